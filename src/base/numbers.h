@@ -1,0 +1,18 @@
+// Numbers as text, always with a decimal point, whatever the locale.
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+namespace base {
+
+/// A plain decimal number with an optional minus sign, fraction and exponent, converted in full. Refuses blanks, a
+/// leading plus, hexadecimal, inf, nan and anything out of a double's range.
+std::optional<double> parse_double(std::string_view text);
+/// Decimal digits with an optional minus sign, in full and in range.
+std::optional<std::int64_t> parse_int(std::string_view text);
+/// Decimal digits only, in full and in range.
+std::optional<std::uint64_t> parse_unsigned(std::string_view text);
+
+}  // namespace base

@@ -1,0 +1,33 @@
+// What one engine is started with.
+#pragma once
+
+#include <map>
+#include <string>
+#include <vector>
+
+namespace launcher {
+
+/// A dial frequency with a digital mode, as the engine decodes it.
+struct LaunchChannel {
+  std::string mode;    ///< "FT8", "JS8-FAST", ...
+  double frequency{};  ///< Hz
+  bool operator==(const LaunchChannel&) const = default;
+};
+
+/// One receiver of a plan: its expanded single-receiver profile and what reading that gave.
+struct ReceiverLaunch {
+  std::string name;   ///< the serial; the key of all per-receiver maps
+  std::string model;  ///< "RSPdx"
+  std::map<std::string, std::string> profile;  ///< what the engine gets, as key = value lines
+  std::string control_path;                    ///< its control socket, filled at the start
+  std::vector<LaunchChannel> channels;         ///< empty when it only carries audio
+  bool writes_decodes = false;                 ///< it appends to decode_path
+  std::string decode_path;                     ///< ALL.TXT of this receiver
+  bool virtual_audio = false;                  ///< it feeds the standard virtual decoder input
+  std::string sink;                            ///< its custom audio sink, empty for none
+
+  /// "{model} · {name}": the key of lines, cards and journals.
+  [[nodiscard]] std::string label() const { return model + " · " + name; }
+};
+
+}  // namespace launcher
