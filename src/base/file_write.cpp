@@ -3,10 +3,9 @@
 #include <cerrno>
 #include <cstdlib>
 #include <cstring>
+#include <fcntl.h>
 #include <filesystem>
 #include <stdexcept>
-
-#include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
@@ -14,29 +13,60 @@
 
 namespace base {
 
+namespace {
+
+int make_directory(const std::filesystem::path& path, bool& created) {
+  std::error_code error;
+  if (path.empty() || std::filesystem::is_directory(path, error)) return 0;
+  if (path.has_parent_path() && path.parent_path() != path && make_directory(path.parent_path(), created) != 0)
+    return -1;
+  if (::mkdir(path.c_str(), 0700) == 0) {
+    created = true;
+    return 0;
+  }
+  // Another process may have made it meanwhile.
+  return errno == EEXIST && std::filesystem::is_directory(path, error) ? 0 : -1;
+}
+
+}  // namespace
+
 bool FileCalls::is_symlink(const std::string& path) {
   struct stat info {};
   return ::lstat(path.c_str(), &info) == 0 && S_ISLNK(info.st_mode);
 }
 
 int FileCalls::make_directories(const std::string& path, bool& created) {
-  std::error_code error;
-  created = std::filesystem::create_directories(path, error);
-  errno = error.value();
-  return error ? -1 : 0;
+  created = false;
+  return make_directory(path, created);
 }
 
-int FileCalls::chmod(const std::string& path, mode_t mode) { return ::chmod(path.c_str(), mode); }
-int FileCalls::mkstemp(std::string& name_template) { return ::mkstemp(name_template.data()); }
-ssize_t FileCalls::write(int descriptor, const char* data, size_t size) { return ::write(descriptor, data, size); }
-int FileCalls::fsync(int descriptor) { return ::fsync(descriptor); }
-int FileCalls::close(int descriptor) { return ::close(descriptor); }
-int FileCalls::rename(const std::string& from, const std::string& to) { return ::rename(from.c_str(), to.c_str()); }
-int FileCalls::unlink(const std::string& path) { return ::unlink(path.c_str()); }
+int FileCalls::chmod(const std::string& path, mode_t mode) {
+  return ::chmod(path.c_str(), mode);
+}
+int FileCalls::mkstemp(std::string& name_template) {
+  return ::mkstemp(name_template.data());
+}
+ssize_t FileCalls::write(int descriptor, const char* data, size_t size) {
+  return ::write(descriptor, data, size);
+}
+int FileCalls::fsync(int descriptor) {
+  return ::fsync(descriptor);
+}
+int FileCalls::close(int descriptor) {
+  return ::close(descriptor);
+}
+int FileCalls::rename(const std::string& from, const std::string& to) {
+  return ::rename(from.c_str(), to.c_str());
+}
+int FileCalls::unlink(const std::string& path) {
+  return ::unlink(path.c_str());
+}
 
 namespace {
 
-[[noreturn]] void fail(const char* what) { throw std::runtime_error(what); }
+[[noreturn]] void fail(const char* what) {
+  throw std::runtime_error(what);
+}
 [[noreturn]] void fail_with_errno(const char* what) {
   throw std::runtime_error(fmt::format("{}: {}", what, std::strerror(errno)));
 }
@@ -100,6 +130,20 @@ void replace_file(const std::string& path, std::string_view text) {
   replace_file(path, text, calls);
 }
 
+void write_file(const std::string& path, std::string_view text, mode_t mode) {
+  const int descriptor = ::open(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW | O_CLOEXEC, 0600);
+  if (descriptor < 0) throw std::runtime_error(std::strerror(errno));
+  bool good = ::fchmod(descriptor, mode) == 0;
+  while (good && !text.empty()) {
+    const ssize_t count = ::write(descriptor, text.data(), text.size());
+    if (count > 0) text.remove_prefix(static_cast<size_t>(count));
+    good = count > 0 || (count < 0 && errno == EINTR);
+  }
+  good = good && ::fsync(descriptor) == 0;
+  const int reason = errno;
+  if (::close(descriptor) != 0 || !good) throw std::runtime_error(std::strerror(good ? errno : reason));
+}
+
 std::string read_file(const std::string& path, size_t limit) {
   const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
   if (descriptor < 0) throw std::runtime_error(std::strerror(errno));
@@ -119,11 +163,8 @@ std::string read_file(const std::string& path, size_t limit) {
 }
 
 void make_private_directory(const std::string& path) {
-  const std::filesystem::path directory(path);
-  if (std::filesystem::is_directory(directory)) return;
-  if (directory.has_parent_path() && directory.parent_path() != directory) make_private_directory(directory.parent_path());
-  if (::mkdir(path.c_str(), 0700) != 0 && errno != EEXIST)
-    throw std::runtime_error(fmt::format("{}: {}", path, std::strerror(errno)));
+  bool created = false;
+  if (make_directory(path, created) != 0) throw std::runtime_error(fmt::format("{}: {}", path, std::strerror(errno)));
 }
 
 TemporaryPath::~TemporaryPath() {

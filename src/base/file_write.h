@@ -3,9 +3,8 @@
 
 #include <string>
 #include <string_view>
-#include <utility>
-
 #include <sys/types.h>
+#include <utility>
 
 namespace base {
 
@@ -31,6 +30,11 @@ class FileCalls {
 /// the old file is as it was and no temporary file remains.
 void replace_file(const std::string& path, std::string_view text);
 void replace_file(const std::string& path, std::string_view text, FileCalls& calls);
+
+/// Writes `text` to `path` with exactly that mode, over what is there, and flushes it to the disk. Not atomic: for a
+/// file that is renamed to its place afterwards. A symbolic link is not followed. Throws
+/// std::runtime_error("{strerror}").
+void write_file(const std::string& path, std::string_view text, mode_t mode);
 
 /// A file's whole content, at most `limit` bytes of it. Throws std::runtime_error("{strerror}") when it cannot be read.
 std::string read_file(const std::string& path, size_t limit = 64UL << 20);
