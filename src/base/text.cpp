@@ -57,6 +57,18 @@ std::string join(const std::vector<std::string>& parts, std::string_view separat
   return result;
 }
 
+std::string enumerate(const std::vector<std::string>& parts, std::string_view last) {
+  std::string result;
+  for (std::size_t i = 0; i < parts.size(); ++i) {
+    if (i > 0 && i + 1 == parts.size())
+      result.append(" ").append(last).append(" ");
+    else if (i > 0)
+      result += ", ";
+    result += parts[i];
+  }
+  return result;
+}
+
 std::string valid_utf8(std::string_view bytes) {
   std::string result;
   result.reserve(bytes.size());

@@ -16,6 +16,8 @@ std::vector<std::string_view> words(std::string_view text);
 std::string lower(std::string_view text);
 std::string upper(std::string_view text);
 std::string join(const std::vector<std::string>& parts, std::string_view separator);
+/// A list as a sentence says it: "a", "a or b", "a, b or c" with `last` "or".
+std::string enumerate(const std::vector<std::string>& parts, std::string_view last);
 /// The text with every invalid UTF-8 byte sequence replaced by U+FFFD; NUL counts as invalid, as widgets end there.
 std::string valid_utf8(std::string_view bytes);
 
