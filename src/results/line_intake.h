@@ -33,8 +33,8 @@ struct IntakeSinks {
   std::function<void(std::string_view line, std::string_view label)> text_modes;       ///< every line
   std::function<void(const sig::ParsedSigLine& line, std::string_view label)> images;  ///< fax and SSTV with a `ch`
   std::function<void(Pane pane, Tag tag, std::string_view text)> pane;  ///< UTF-8, clock in front, line feed behind
-  std::function<void(std::string_view line, std::string_view label)>
-      diagnostics;  ///< program pane; never without a label
+  /// Lines of the program pane; the launcher's own come with the label "launcher".
+  std::function<void(std::string_view line, std::string_view label)> diagnostics;
   std::function<void(const RateObservation& observation)> rate;
   std::function<void()> new_channel;  ///< the cards must be rebuilt now
   std::function<void()> refresh;      ///< counters moved: start the owner's 250 ms timer unless it runs
