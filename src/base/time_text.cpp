@@ -47,13 +47,13 @@ std::string stamp_time(double seconds) {
 
 std::optional<std::int64_t> utc_seconds(int year, int month, int day, int hour, int minute, int second) {
   using namespace std::chrono;
+  // The calendar types hold 16 and 8 bits and would wrap silently.
+  if (year < 1970 || year > 9999 || month < 1 || month > 12 || day < 1 || day > 31) return std::nullopt;
   const year_month_day date{std::chrono::year(year), std::chrono::month(static_cast<unsigned>(month)),
                             std::chrono::day(static_cast<unsigned>(day))};
   if (!date.ok() || hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59) return std::nullopt;
   const auto time = sys_days(date) + std::chrono::hours(hour) + std::chrono::minutes(minute) + std::chrono::seconds(second);
-  const std::int64_t result = duration_cast<std::chrono::seconds>(time.time_since_epoch()).count();
-  if (result < 0) return std::nullopt;
-  return result;
+  return duration_cast<std::chrono::seconds>(time.time_since_epoch()).count();
 }
 
 }  // namespace base
