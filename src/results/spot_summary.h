@@ -12,7 +12,7 @@ namespace results {
 struct SpotSummary {
   std::string_view mode;                      ///< a text of decode_modes
   std::string_view stamp;                     ///< stamp-shaped; the date may be bad
-  double frequency{};                         ///< Hz; exact for up to six decimals of MHz
+  double frequency{};                         ///< Hz; whole for up to six decimals of MHz
   std::uint64_t spots{};                      ///< may be 0
   std::optional<std::string_view> callsigns;  ///< comma list, may be empty or repeat; absent from older engines
 };
