@@ -81,7 +81,8 @@ void KeyFile::set(const char* group, const char* key, const std::string& value) 
 void KeyFile::set_list(const char* group, const char* key, const std::vector<std::string>& values) {
   const auto file = load_for_change(path_);
   std::vector<const char*> items;
-  for (const auto& value : values) items.push_back(value.c_str());
+  for (const auto& value : values)
+    items.push_back(value.c_str());
   g_key_file_set_string_list(file.get(), group, key, items.data(), items.size());
   store(path_, file.get());
 }

@@ -35,8 +35,8 @@ class Closure {
     g_closure_set_marshal(closure, [](GClosure* self, GValue*, guint, const GValue*, gpointer, gpointer) {
       (*static_cast<std::function<void()>*>(self->data))();
     });
-    g_closure_add_finalize_notifier(
-        closure, closure->data, [](gpointer data, GClosure*) { delete static_cast<std::function<void()>*>(data); });
+    g_closure_add_finalize_notifier(closure, closure->data,
+                                    [](gpointer data, GClosure*) { delete static_cast<std::function<void()>*>(data); });
     return closure;
   }
 };

@@ -21,9 +21,17 @@ std::string enumerate(const std::vector<std::string>& parts, std::string_view la
 /// The text with every invalid UTF-8 byte sequence replaced by U+FFFD; NUL counts as invalid, as widgets end there.
 std::string valid_utf8(std::string_view bytes);
 
-inline bool is_digit(char c) { return c >= '0' && c <= '9'; }
-inline bool is_upper(char c) { return c >= 'A' && c <= 'Z'; }
-inline bool is_lower(char c) { return c >= 'a' && c <= 'z'; }
-inline bool is_letter(char c) { return is_upper(c) || is_lower(c); }
+inline bool is_digit(char c) {
+  return c >= '0' && c <= '9';
+}
+inline bool is_upper(char c) {
+  return c >= 'A' && c <= 'Z';
+}
+inline bool is_lower(char c) {
+  return c >= 'a' && c <= 'z';
+}
+inline bool is_letter(char c) {
+  return is_upper(c) || is_lower(c);
+}
 
 }  // namespace base

@@ -20,7 +20,7 @@ CivilTime civil(double seconds) {
   const auto day = floor<days>(time);
   const year_month_day date{day};
   const hh_mm_ss clock{time - day};
-  return {int(date.year()),           unsigned(date.month()),      unsigned(date.day()),
+  return {int(date.year()),           unsigned(date.month()),       unsigned(date.day()),
           int(clock.hours().count()), int(clock.minutes().count()), int(clock.seconds().count())};
 }
 
@@ -51,8 +51,10 @@ std::optional<std::int64_t> utc_seconds(int year, int month, int day, int hour, 
   if (year < 1970 || year > 9999 || month < 1 || month > 12 || day < 1 || day > 31) return std::nullopt;
   const year_month_day date{std::chrono::year(year), std::chrono::month(static_cast<unsigned>(month)),
                             std::chrono::day(static_cast<unsigned>(day))};
-  if (!date.ok() || hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59) return std::nullopt;
-  const auto time = sys_days(date) + std::chrono::hours(hour) + std::chrono::minutes(minute) + std::chrono::seconds(second);
+  if (!date.ok() || hour < 0 || hour > 23 || minute < 0 || minute > 59 || second < 0 || second > 59)
+    return std::nullopt;
+  const auto time =
+      sys_days(date) + std::chrono::hours(hour) + std::chrono::minutes(minute) + std::chrono::seconds(second);
   return duration_cast<std::chrono::seconds>(time.time_since_epoch()).count();
 }
 

@@ -48,7 +48,8 @@ void attach(GSource* source, const std::shared_ptr<Shared>& shared) {
 
 Timer Timer::once(std::chrono::milliseconds delay, Callback callback) {
   Timer timer;
-  timer.state_.reset(new State{std::make_shared<State::Shared>(), g_timeout_source_new(static_cast<guint>(delay.count()))});
+  timer.state_.reset(
+      new State{std::make_shared<State::Shared>(), g_timeout_source_new(static_cast<guint>(delay.count()))});
   timer.state_->shared->callback = std::move(callback);
   attach(timer.state_->source, timer.state_->shared);
   return timer;
@@ -56,7 +57,8 @@ Timer Timer::once(std::chrono::milliseconds delay, Callback callback) {
 
 Timer Timer::repeating(std::chrono::milliseconds period, Callback callback) {
   Timer timer;
-  timer.state_.reset(new State{std::make_shared<State::Shared>(), g_timeout_source_new(static_cast<guint>(period.count()))});
+  timer.state_.reset(
+      new State{std::make_shared<State::Shared>(), g_timeout_source_new(static_cast<guint>(period.count()))});
   timer.state_->shared->callback = std::move(callback);
   timer.state_->shared->repeats = true;
   attach(timer.state_->source, timer.state_->shared);
@@ -71,6 +73,8 @@ Timer Timer::idle(Callback callback) {
   return timer;
 }
 
-bool Timer::armed() const { return state_ && state_->shared->armed; }
+bool Timer::armed() const {
+  return state_ && state_->shared->armed;
+}
 
 }  // namespace base

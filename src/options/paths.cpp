@@ -1,9 +1,8 @@
 #include "options/paths.h"
 
 #include <cstdlib>
-#include <stdexcept>
-
 #include <pwd.h>
+#include <stdexcept>
 #include <unistd.h>
 
 namespace options {
@@ -37,7 +36,11 @@ std::string state_directory() {
   return base_directory("XDG_STATE_HOME", ".local/state", process_environment()) + "/tarnwick";
 }
 
-std::string config_file(const std::string& name) { return config_directory() + "/" + name; }
-std::string state_file(const std::string& name) { return state_directory() + "/" + name; }
+std::string config_file(const std::string& name) {
+  return config_directory() + "/" + name;
+}
+std::string state_file(const std::string& name) {
+  return state_directory() + "/" + name;
+}
 
 }  // namespace options

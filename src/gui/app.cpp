@@ -1,0 +1,255 @@
+#include "gui/app.h"
+
+#include <filesystem>
+#include <unistd.h>
+
+#include <fmt/format.h>
+
+#include "base/file_write.h"
+#include "gui/kit/dialogs.h"
+#include "gui/pages/station_cards.h"
+#include "host/crash_notes.h"
+#include "launcher/pinned_plan.h"
+#include "options/paths.h"
+#include "results/psk_total.h"
+
+namespace gui {
+namespace {
+
+constexpr int live_ft8_page = 6;
+constexpr auto tick_period = std::chrono::seconds(4);
+constexpr auto counters_delay = std::chrono::milliseconds(250);
+
+}  // namespace
+
+App::Setup App::Setup::of_user(const LauncherArguments& arguments) {
+  Setup setup;
+  setup.tuner = arguments.tuner.empty() ? engine_beside_launcher() : arguments.tuner;
+  setup.config_path = arguments.config_path;
+  setup.config_directory = options::config_directory();
+  setup.state_directory = options::state_directory();
+  setup.autostart_directory =
+      options::base_directory("XDG_CONFIG_HOME", ".config", options::process_environment()) + "/autostart";
+  return setup;
+}
+
+App::App(Setup setup)
+    : setup_(std::move(setup)),
+      choices_(setup_.config_directory + "/activity.ini"),
+      loop_(g_main_loop_new(nullptr, FALSE)) {
+  intake_ = std::make_unique<results::LineIntake>(activity_, gui_log_, setup_.clock, intake_sinks());
+  session_ = std::make_unique<options::Session>(options::SessionPaths{setup_.config_directory, setup_.state_directory},
+                                                session_hooks(), setup_.clock);
+  supervisor_ = std::make_unique<receiver::Supervisor>(
+      supervisor_hooks(), receiver::SessionFiles(setup_.config_directory, setup_.state_directory, ::getpid()),
+      setup_.timing);
+  supervisor_->use_engine(setup_.tuner);
+  start_when_opened_ = std::make_unique<receiver::StartWhenOpened>(start_when_opened_access(), setup_.timing);
+}
+
+App::~App() {
+  alive_.end();
+}
+
+void App::open() {
+  session_->load_receivers();
+  if (setup_.config_path.empty())
+    session_->restore();
+  else if (!open_profile(setup_.config_path))
+    session_->apply_defaults();
+  settings_page_->show(session_->profile());
+  refresh();
+  report("Ready. Start reception explicitly; no receiver or reporting is started by opening this window.");
+  if (const auto note = host::report_crash(setup_.state_directory)) report(*note);
+  count_psk_reports();
+  if (choices_.get("Startup", "start-receivers", false)) start_when_opened_->arm();
+  tick_ = base::Timer::repeating(tick_period, [this] {
+    refresh_counters();
+    count_psk_reports();
+  });
+}
+
+void App::run() {
+  build();
+  open();
+  g_main_loop_run(loop_.get());
+}
+
+void App::report(const std::string& text, const std::string& label) {
+  intake_->take(text, false, label);
+}
+
+void App::show_error(const std::string& text) {
+  report("Error: " + text);
+  kit::show_message(window_->window(), GTK_MESSAGE_ERROR, text);
+}
+
+bool App::open_profile(const std::string& path) {
+  try {
+    session_->open(path);
+  } catch (const std::exception& error) {
+    show_error(error.what());
+    return false;
+  }
+  settings_page_->show(session_->profile());
+  refresh();
+  return true;
+}
+
+void App::ask_for_profile() {
+  kit::choose_file(window_->window(), {"Open receiver configuration", "Receiver configurations (*.conf)", "*.conf"},
+                   [this](const std::string& path) { open_profile(path); });
+}
+
+void App::start_receivers() {
+  if (receiving()) return;
+  plan_selection();
+  if (plan_error_) return show_error(*plan_error_);
+  launch_session(selection_);
+}
+
+// The order is that of the files: an engine's profile stands before the session says that it runs, and what was written
+// for an engine that never started goes again.
+void App::launch_session(std::vector<launcher::ReceiverLaunch> planned) {
+  try {
+    auto prepared = supervisor_->prepare(planned);
+    session_->save();
+    base::make_private_directory(setup_.state_directory);
+    gui_log_.open(setup_.state_directory + "/gui.log");
+    supervisor_->begin_session();
+    launches_ = std::move(planned);
+    activity_.begin_session(launches_);
+    dashboard_->rebuild();
+    supervisor_->launch_all(std::move(prepared), launches_);
+  } catch (const std::exception& error) {
+    return undo_start(error.what());
+  }
+  stop_asked_ = false;
+  session_->remember_fingerprint();
+  window_->show_page(live_ft8_page);
+  refresh_counters();
+  refresh();
+}
+
+void App::undo_start(const std::string& reason) {
+  supervisor_->stop_receivers();
+  if (!receiving()) gui_log_.close();
+  show_error(reason);
+  refresh();
+}
+
+void App::stop_receivers() {
+  stop_asked_ = true;
+  supervisor_->stop_receivers();
+  refresh();
+}
+
+void App::session_ended() {
+  stop_asked_ = false;
+  session_->remember_fingerprint();
+  gui_log_.close();
+  refresh_counters();
+}
+
+void App::apply_and_save() {
+  try {
+    session_->save();
+    session_->remember_fingerprint();
+  } catch (const std::exception& error) {
+    show_error(fmt::format("Could not save session settings: {}", error.what()));
+  }
+  refresh();
+}
+
+void App::settings_edited() {
+  settings_page_->read(session_->profile());
+  session_->request_autosave();
+  refresh();
+}
+
+void App::plan_selection() {
+  if (planned_profile_ == session_->profile()) return;
+  planned_profile_ = session_->profile();
+  plan_error_.reset();
+  selection_.clear();
+  try {
+    selection_ = launcher::pinned_plan(session_->profile());
+  } catch (const std::exception& error) {
+    plan_error_ = error.what();
+  }
+  show_plan();
+}
+
+void App::show_plan() {
+  plan_page_->show(plan_cards(selection_), plan_error_.value_or(""));
+  try {
+    receivers_page_->show(receiver_cards(session_->profile()), "");
+  } catch (const std::exception& error) {
+    receivers_page_->show({}, error.what());
+  }
+}
+
+FooterFacts App::footer_facts() const {
+  FooterFacts facts;
+  facts.plan_error = plan_error_;
+  facts.planned_receivers = static_cast<int>(selection_.size());
+  facts.receiving = receiving();
+  facts.stopping = stop_asked_;
+  facts.settings_differ = session_->differs();
+  return facts;
+}
+
+void App::refresh() {
+  if (refreshing_) return;
+  refreshing_ = true;
+  plan_selection();
+  footer_->show(footer_state(footer_facts()));
+  footer_->show_profile(session_->config_path());
+  settings_page_->set_receiving(receiving());
+  refreshing_ = false;
+}
+
+void App::refresh_counters_soon() {
+  if (!counters_timer_.armed()) counters_timer_ = base::Timer::once(counters_delay, [this] { refresh_counters(); });
+}
+
+void App::refresh_counters() {
+  dashboard_->refresh();
+  window_->show_totals(activity_.totals_text());
+}
+
+void App::count_psk_reports() {
+  if (supervisor_->closing() || !activity_.begin_psk_total()) return;
+  base::run_in_background(
+      alive_.watch(),
+      [path = setup_.state_directory + "/psk-reports.sqlite3", now = setup_.clock()] {
+        return results::psk_reports_total(path, now);
+      },
+      [this](const base::Outcome<std::int64_t>& total) {
+        activity_.finish_psk_total(total.value);
+        window_->show_totals(activity_.totals_text());
+      });
+}
+
+void App::close_window() {
+  if (supervisor_->closing())
+    return footer_->show_message("Stopping the receivers. The window closes when they have stopped.");
+  if (!receiving()) return close_when_nothing_runs();
+  kit::ask(
+      window_->window(),
+      "Stop all receivers started by this launcher and close?\n\nAn enabled system service continues independently "
+      "of this window.",
+      [this] { close_and_stop(); });
+}
+
+void App::close_when_nothing_runs() {
+  supervisor_->close();
+}
+
+void App::close_and_stop() {
+  footer_->show_message("Stopping the receivers. The window closes when they have stopped.");
+  gtk_widget_set_sensitive(GTK_WIDGET(window_->window()), FALSE);
+  supervisor_->close();
+}
+
+}  // namespace gui

@@ -1,0 +1,61 @@
+// Who tells whom: every connection between services, models and pages.
+#include "gui/app.h"
+#include "options/profile.h"
+
+namespace gui {
+
+receiver::SupervisorHooks App::supervisor_hooks() {
+  receiver::SupervisorHooks hooks;
+  hooks.report = [this](const std::string& text, const std::string& label) { report(text, label); };
+  hooks.line = [this](std::string_view line, bool counts, const std::string& label) {
+    intake_->take(line, counts, label);
+  };
+  hooks.write_profile = [](const std::string& path, const options::Profile& profile) {
+    options::write_config(path, profile);
+  };
+  hooks.save_session = [this] { session_->save(); };
+  hooks.session_ended = [this] { session_ended(); };
+  hooks.find_launch = [this](const std::string& name) -> const launcher::ReceiverLaunch* {
+    for (const auto& launch : launches_)
+      if (launch.name == name) return &launch;
+    return nullptr;
+  };
+  hooks.changed = [this] { refresh(); };
+  hooks.start_again = [this] { start_receivers(); };
+  hooks.quit = [this] { g_main_loop_quit(loop_.get()); };
+  return hooks;
+}
+
+results::IntakeSinks App::intake_sinks() {
+  results::IntakeSinks sinks;
+  sinks.pane = [this](results::Pane pane, results::Tag tag, std::string_view text) {
+    logs_page_->append(pane, tag, text);
+  };
+  sinks.new_channel = [this] { dashboard_->rebuild(); };
+  sinks.refresh = [this] { refresh_counters_soon(); };
+  return sinks;
+}
+
+receiver::StartWhenOpened::Launcher App::start_when_opened_access() {
+  receiver::StartWhenOpened::Launcher access;
+  access.settled = [this] { return supervisor_->closing() || receiving(); };
+  access.occupied = [this] { return refreshing_; };
+  access.can_start = [this] { return footer_->start_sensitive(); };
+  access.status = [this] { return footer_->status(); };
+  access.report = [this](const std::string& text) { report(text); };
+  access.start = [this] { start_receivers(); };
+  return access;
+}
+
+Footer::Actions App::footer_actions() {
+  return {[this] { start_receivers(); }, [this] { stop_receivers(); }, [this] { ask_for_profile(); },
+          [this] { apply_and_save(); }};
+}
+
+options::SessionHooks App::session_hooks() {
+  options::SessionHooks hooks;
+  hooks.report = [this](const std::string& text) { report(text); };
+  return hooks;
+}
+
+}  // namespace gui

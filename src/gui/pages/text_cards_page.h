@@ -1,0 +1,31 @@
+// A page of cards that only tell: a heading and a few lines each.
+#pragma once
+
+#include <string>
+#include <vector>
+
+#include <gtk/gtk.h>
+
+namespace gui {
+
+struct TextCard {
+  std::string heading;
+  std::vector<std::string> lines;
+  bool operator==(const TextCard&) const = default;
+};
+
+class TextCardsPage {
+ public:
+  TextCardsPage();
+  /// Shows the cards in order; `error` above them when it is not empty. Touches no widget when nothing changed.
+  void show(const std::vector<TextCard>& cards, const std::string& error);
+  [[nodiscard]] GtkWidget* widget() const { return page_; }
+
+ private:
+  GtkWidget* page_;
+  GtkWidget* error_;
+  GtkWidget* cards_;
+  std::vector<TextCard> shown_;
+};
+
+}  // namespace gui
