@@ -91,9 +91,9 @@ class Session {
   [[nodiscard]] const std::string& config_path() const { return config_path_; }
 
   /// The settings now are the ones in use: saved, started or just loaded.
-  void store_fingerprint();
+  void store_fingerprint() { saved_fingerprint_ = fingerprint(); }
   /// Whether the settings differ from those at the last store_fingerprint().
-  [[nodiscard]] bool differs() const;
+  [[nodiscard]] bool differs() const { return fingerprint() != saved_fingerprint_; }
 
   /// Every receiver ever saved, also those not in the session.
   [[nodiscard]] const ReceiverStore& receivers() const { return receivers_; }
@@ -102,11 +102,11 @@ class Session {
 
  private:
   void apply(const Profile& profile);
-  void change(Profile profile);
-  bool restore_from(const std::string& name);
-  void keep_aside(const std::string& path, const std::string& reason);
+  void change(const Profile& profile);
+  bool restore_from(const char* name);
   void autosave();
   void update_receivers();
+  [[nodiscard]] const std::string& fingerprint() const;
   [[nodiscard]] std::string config_file(const char* name) const { return place_.config_directory + "/" + name; }
 
   SessionPlace place_;
@@ -117,6 +117,7 @@ class Session {
   mutable std::optional<std::string> fingerprint_;  ///< of profile_, once asked for
   std::optional<std::string> unreadable_note_;
   ReceiverStore receivers_;
+  bool receivers_unsaved_ = false;  ///< receivers_ holds what receivers.conf does not
   Journal journal_;
   base::Timer autosave_timer_;
 };
