@@ -31,28 +31,27 @@ struct EngineState {
   bool clean_exit = false;      ///< it ended with status 0
   bool stop_requested = false;  ///< it was asked to end, by Stop or to be started again with new settings
   bool temporary = false;       ///< started for one job, not part of the session
-  int attempts = 0;             ///< restarts in the current run of failures
   bool operator==(const EngineState&) const = default;
 };
 
 struct Event {
   enum class Kind {
     started,         ///< a process was created
-    exited,          ///< the process ended; `clean` and `run_time` say how
-    wait_failed,     ///< how it ended cannot be known, for `reason`: counts as an error
+    exited,          ///< the process ended; `clean` says how
+    wait_failed,     ///< how it ended cannot be known, for the reason `detail`: counts as an error
     output_ended,    ///< its last line has been read
-    read_failed,     ///< its output cannot be read further, for `reason`
+    read_failed,     ///< its output cannot be read further, for the reason `detail`
     stop,            ///< Stop: for a receiver of the session
     stop_job,        ///< the end of all jobs: for a temporary engine
-    change,          ///< it is to end and start again, for changed settings
+    change,          ///< it is to end and start again, for the changed settings `detail`
     guard_due,       ///< it is still alive when the stop guard fires
     closing_due,     ///< the window has waited long enough
     restart_due,     ///< the wait for a restart is over
-    restart_failed,  ///< a process could not be created for a restart, for `reason`
+    restart_failed,  ///< a process could not be created for a restart, for the reason `detail`
   };
   Kind kind;
-  std::string reason = {};
-  bool clean = false;
+  std::string detail = {};  ///< a reason, or the names of changed settings
+  bool clean = false;       ///< it exited with status 0
 };
 
 /// What the step may depend on besides the receiver itself.
@@ -61,6 +60,7 @@ struct Surroundings {
   bool in_plan = true;                  ///< the running plan holds this receiver
   bool has_profile = true;              ///< the engine was given a profile file of the session
   bool start_again = false;             ///< it is on the list of receivers to start with changed settings
+  int attempts = 0;                     ///< restarts so far in the current run of failures
   std::chrono::nanoseconds run_time{};  ///< how long the process ran, until its exit
 };
 
@@ -71,13 +71,14 @@ struct Action {
     force_end,           ///< SIGKILL
     schedule_restart,    ///< keep the profile and arm the restart timer for `delay`
     remove_profile,      ///< unlink the profile file
-    drop,                ///< forget the process, or the waiting restart
-    start_same_profile,  ///< start the engine with the profile that it had
-    start_new_profile,   ///< write a new profile from the plan and start the engine with it
+    drop,                ///< forget the process
+    start_same_profile,  ///< say so and start the engine with the profile that it had
+    start_new_profile,   ///< write a new profile from the plan, then the same
   };
   Kind kind;
   std::string text = {};
   std::chrono::milliseconds delay{};
+  int attempt = 0;  ///< of a restart: its number in the run of failures
   bool operator==(const Action&) const = default;
 };
 

@@ -11,6 +11,9 @@
 
 namespace receiver {
 
+class LineQueue;
+class LineChain;
+
 /// Gives the lines of all readers their turn on the main loop. Lines are handed on in an idle source, below events and
 /// redraws, and for no longer than `budget` per iteration of the loop all readers together: however much the engines
 /// print, the window keeps drawing. Readers with much to say take turns. Main thread only.
@@ -23,8 +26,7 @@ class LinePump {
 
  private:
   friend class LineReader;
-  class Queue;
-  std::shared_ptr<Queue> queue_;
+  std::shared_ptr<LineQueue> queue_;
 };
 
 /// Reads one stream to its end. Each read is asynchronous; the next one starts when every whole line of the last has
@@ -53,9 +55,8 @@ class LineReader {
   ~LineReader();
 
  private:
-  class Chain;
   void stop();
-  std::shared_ptr<Chain> chain_;
+  std::shared_ptr<LineChain> chain_;
 };
 
 }  // namespace receiver

@@ -31,7 +31,7 @@ class StartWhenOpened {
 
  private:
   void look();
-  void count_try(const std::string& why);
+  void count_try(const std::string& last_words);
 
   Launcher launcher_;
   Timing timing_;

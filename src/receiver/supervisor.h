@@ -141,22 +141,32 @@ class Supervisor {
   [[nodiscard]] int session_number() const { return session_number_; }
 
  private:
-  struct Subject;
+  // Whom actions are done to: a receiver with a process, one whose restart is due, or one that has just gone.
+  struct Subject {
+    std::string name;
+    std::string label;
+    base::TemporaryPath* conf;
+    Child* child;
+  };
+
   void attach(Child& child);
   void happened(Child& child, const Event& event);
-  void perform(Subject& subject, const std::vector<Action>& actions);
+  [[nodiscard]] Surroundings surroundings(const std::string& name) const;
+  void perform(Subject subject, const std::vector<Action>& actions);
   void perform(Subject& subject, const Action& action);
   void terminate(Child& child);
-  void schedule_restart(Subject& subject, std::chrono::milliseconds delay);
+  void drop(Subject& subject);
+  void schedule_restart(Subject& subject, const Action& action);
   void restart_due(const std::string& name);
-  void start_same_profile(Subject& subject);
-  void start_new_profile(const std::string& name, const std::string& label);
   void cancel_restarts();
+  void start_same_profile(Subject& subject);
+  void start_new_profile(Subject& subject);
+  void start(const launcher::ReceiverLaunch& launch, base::TemporaryPath&& conf);
   void rewrite_waiting_profile(const std::string& name);
   void force_end_all();
   void save_session();
-  void settle(bool end_session);
-  [[nodiscard]] Child* find_child(const std::string& name) const;
+  void end_session_if_over();
+  void settle();
 
   SupervisorHooks hooks_;
   SessionFiles files_;
