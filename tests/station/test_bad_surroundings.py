@@ -1,0 +1,77 @@
+"""Engines that cannot be started and folders that cannot be written: words, nothing left behind, a usable window."""
+
+import os
+
+from case import LABELS, STATION, StationCase, main
+
+
+class BadSurroundings(StationCase):
+    def open_with(self, *arguments, **more):
+        return self.open("--config", self.home.write("station.conf", STATION), *arguments, **more)
+
+    def assert_usable(self, launcher):
+        self.assertEqual(launcher.engines(), [])
+        self.assertEqual(self.home.session_profiles(), [])
+        self.wait(lambda: launcher.button("Start receivers").sensitive, "Start on")
+        launcher.show_tab(2)
+        self.assertEqual(launcher.quit(), 0)
+
+    def test_an_engine_that_cannot_be_started(self):
+        for name, content, words in (("missing", None, "No such file or directory"),
+                                     ("not-executable", "#!/bin/sh\n", "Permission denied"),
+                                     ("folder/", None, "Permission denied|Is a directory"),
+                                     ("no-program", "\0\1\2", "Exec format error|Permission denied")):
+            with self.subTest(name):
+                path = self.home.path(name)
+                if name.endswith("/"):
+                    os.mkdir(path)
+                elif content is not None:
+                    self.home.write(name, content)
+                    os.chmod(path, 0o755 if name == "no-program" else 0o644)
+                launcher = self.open_with("--tuner", path)
+                launcher.press("Start receivers")
+                self.assertRegex(launcher.answer_dialog("Close"), words)
+                self.assert_usable(launcher)
+
+    def test_an_engine_that_dies_at_once(self):
+        dying = self.home.write("dying", "#!/bin/sh\necho 'no such radio'\nexit 7\n")
+        os.chmod(dying, 0o755)
+        launcher = self.open_with("--tuner", dying)
+        launcher.press("Start receivers")
+        for label in LABELS:
+            launcher.wait_for_log(f"[{label}] no such radio")
+            launcher.wait_for_log(f"[{label}] Starting it again in 5 s (attempt 1).")
+            launcher.wait_for_log(f"[{label}] Starting it again in 15 s (attempt 2).", 8)
+        launcher.press("Stop")
+        self.assert_usable(launcher)
+
+    def test_an_engine_that_ends_by_itself_is_not_started_again(self):
+        done = self.home.write("done", "#!/bin/sh\nexit 0\n")
+        os.chmod(done, 0o755)
+        launcher = self.open_with("--tuner", done)
+        launcher.press("Start receivers")
+        for label in LABELS:
+            launcher.wait_for_log(f"[{label}] Receiver stopped.")
+        self.assertNotIn("Starting it again", launcher.log())
+        self.assert_usable(launcher)
+
+    def test_folders_that_cannot_be_written(self):
+        for variable, words in (("XDG_STATE_HOME", "."), ("XDG_CONFIG_HOME", "Cannot create configuration: .+|.*denied.*")):
+            for obstacle in ("read-only", "a file"):
+                with self.subTest(variable, obstacle=obstacle):
+                    base = self.home.path(f"{variable}-{obstacle}".replace(" ", "-"))
+                    if obstacle == "a file":
+                        self.home.write(os.path.relpath(base, self.home.root), "in the way")
+                        words = "."
+                    else:
+                        os.mkdir(base, 0o500)
+                    launcher = self.open_with(variables={variable: base})
+                    launcher.press("Start receivers")
+                    told = launcher.answer_dialog("Close")
+                    self.assertRegex(told, words)
+                    self.assertIn(f"Error: {told}", launcher.log())
+                    self.assert_usable(launcher)
+
+
+if __name__ == "__main__":
+    main()
