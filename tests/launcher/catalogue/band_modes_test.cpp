@@ -1,9 +1,9 @@
 #include "launcher/catalogue/band_modes.h"
 
-#include <stdexcept>
-
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
+
+#include "refusal.h"
 
 namespace launcher {
 namespace {
@@ -11,16 +11,6 @@ namespace {
 using ::testing::ElementsAre;
 using ::testing::IsEmpty;
 using enum DigitalMode;
-
-template <typename Call>
-std::string refusal(Call call) {
-  try {
-    call();
-  } catch (const std::runtime_error& error) {
-    return error.what();
-  }
-  return "accepted";
-}
 
 TEST(BandModes, StrictReadersRefuseInTheCommandLinesWords) {
   const std::string entries = "--band-modes entries are BAND:MODE+MODE (a band with no mode is BAND:): ";
