@@ -231,9 +231,11 @@ TEST_F(SessionTest, TheFingerprintTellsEditsFromWhatIsInUse) {
 TEST_F(SessionTest, ReceiversAndTheJournalFollowEverySave) {
   session->open(home.write("station.conf", station_text));
   session->save();
-  EXPECT_EQ(journal(),
-            "2025-10-03 08:00:02Z RSPdx · A1: first saved with enabled='true', gain-reduction='33', model='RSPdx'\n"
-            "2025-10-03 08:00:02Z GONE: first saved with enabled='false', remote-key='kept'\n");
+  EXPECT_EQ(
+      journal(),
+      "2025-10-03 08:00:02Z RSPdx · A1: first saved with enabled='true', gain-reduction='33', model='RSPdx', "
+      "share='true', spot='true'\n"
+      "2025-10-03 08:00:02Z GONE: first saved with enabled='false', remote-key='kept', share='true', spot='true'\n");
   const auto written = fs::last_write_time(config("receivers.conf"));
   session->edit("callsign", "K1ABC");
   session->save();
@@ -248,7 +250,7 @@ TEST_F(SessionTest, ReceiversAndTheJournalFollowEverySave) {
   session->save();
   const std::string log = journal();
   EXPECT_EQ(log.substr(log.find("GONE")),
-            "GONE: first saved with enabled='false', remote-key='kept'\n"
+            "GONE: first saved with enabled='false', remote-key='kept', share='true', spot='true'\n"
             "2025-10-03 08:00:02Z RSPdx · A1: gain-reduction: '33' -> '40'\n"
             "2025-10-03 08:00:02Z RSPdx · A1: removed from the session by the user; its settings are kept\n");
   EXPECT_EQ(session->value("receiver.A1.model", "none"), "none");
