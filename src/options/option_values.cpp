@@ -113,15 +113,15 @@ void set_frequencies(ReceiverOptions& options, const Option&, std::string_view t
 }
 
 void set_known_modes(ReceiverOptions& options, const Option&, std::string_view text) {
-  options.known.known_modes = text;
+  options.known.filters.excluded = sig::parse_known_modes(text);
 }
 
 void set_known_band_modes(ReceiverOptions& options, const Option&, std::string_view text) {
-  options.known.known_band_modes = text;
+  options.known.filters.bands = sig::parse_known_band_modes(text);
 }
 
 void set_fax_channels(ReceiverOptions& options, const Option&, std::string_view text) {
-  options.known.fax_channels = text;
+  options.known.filters.fax = sig::parse_fax_channels(text);
 }
 
 void set_dx_clusters(ReceiverOptions& options, const Option&, std::string_view text) {

@@ -13,6 +13,7 @@
 #include "launcher/capture/capture.h"
 #include "launcher/catalogue/band_modes.h"
 #include "launcher/catalogue/bands.h"
+#include "launcher/catalogue/known_filters.h"
 #include "options/channels/analysis_channel.h"
 #include "options/channels/audio_channel.h"
 
@@ -66,9 +67,7 @@ struct Decoding {
 struct KnownFrequencies {
   bool survey = false, known_channels = false, spot = true, share = true;
   bool known_channels_report = false, online_callsign_check = true;
-  std::string known_modes = "all";          ///< as typed; judged like the two below even where they are not used
-  std::string known_band_modes;             ///< as typed; empty where it is not given
-  std::optional<std::string> fax_channels;  ///< as typed; every station where it is not given
+  sig::KnownFilters filters;  ///< judged even where known channels are off
   double survey_bandwidth = 1500000, survey_min_snr = 6;
   unsigned survey_max_decoders = 16;
   std::string survey_journal = "signal-events.jsonl", signal_journal = "signal-events.jsonl";  ///< "off" for none

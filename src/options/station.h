@@ -16,9 +16,9 @@ inline constexpr std::string_view station_format = "multi-receiver-v1";
 
 /// One receiver as the session holds it.
 struct ReceiverProfile {
-  std::string serial;  ///< anything without a dot in a file; planning and saving a listed device demand more
-  std::string model;   ///< may be empty or "Unknown RSP"
-  Profile settings;    ///< its own keys, which override the common ones, and "remote-" keys kept for others
+  std::string serial;      ///< anything without a dot in a file; planning and saving a listed device demand more
+  std::string model;       ///< may be empty or "Unknown RSP"
+  Profile settings;        ///< its own keys, which override the common ones, and "remote-" keys kept for others
   bool enabled = false;    ///< ticked
   bool available = false;  ///< attached and not busy at the last discovery; never in a file
   bool spot = true;        ///< decodes and spots
