@@ -121,7 +121,9 @@ TEST_F(MigrationTest, AFileThatCannotBeRewrittenStaysAndTheOthersGoOn) {
   home.write(".config/tarnwick/a.conf", text);
   home.write(".config/tarnwick/b.conf", text);
   fs::create_directories(home / ".config/tarnwick/a.conf.rename");
+  fs::resize_file(home.write(".config/tarnwick/huge.conf", text), 17U << 20);  // sparse; nobody's settings
   migrate();
+  EXPECT_EQ(fs::file_size(home / ".config/tarnwick/huge.conf"), 17U << 20);
   EXPECT_EQ(test::content(home / ".config/tarnwick/a.conf"), text);
   EXPECT_EQ(test::content(home / ".config/tarnwick/b.conf"), home / ".config/tarnwick/x");
 }
