@@ -7,7 +7,10 @@
 #include <fmt/format.h>
 
 #include "base/file_write.h"
+#include "base/locator.h"
+#include "base/text.h"
 #include "base/time_text.h"
+#include "options/paths.h"
 #include "sim/faults.h"
 #include "sim/known_places.h"
 #include "sim/lines.h"
@@ -17,8 +20,8 @@ namespace {
 
 constexpr double not_ready_yet = 0.2;  ///< seconds until a feed is asked again
 
-Receiver open_receiver(const Scenario& scenario, const Profile& profile) {
-  Receiver receiver = scenario.receiver_for(profile.serial, profile.backend);
+Receiver open_receiver(const Scenario& scenario, const options::ReceiverOptions& options) {
+  Receiver receiver = scenario.receiver_for(options.hardware.serial, options.reception.backend);
   const std::string name = receiver.model.empty() ? receiver.serial : receiver.model + " " + receiver.serial;
   if (scenario.receivers.empty()) throw std::runtime_error("No receiver is attached");
   switch (receiver.presence) {
@@ -34,6 +37,17 @@ Receiver open_receiver(const Scenario& scenario, const Profile& profile) {
   return receiver;
 }
 
+/// A name without a directory means a file in the state directory.
+std::string state_path(const std::string& name) {
+  return name.empty() || name.find('/') != std::string::npos ? name : options::state_file(name);
+}
+
+/// Degrees east of a locator's square; 0 without a locator.
+double longitude_of(std::string_view grid) {
+  const std::string folded = base::upper(grid);
+  return base::is_locator(folded) ? (folded[0] - 'A') * 20.0 + (folded[2] - '0') * 2.0 - 179.0 : 0.0;
+}
+
 /// Each start of the process has its own small troubles.
 std::uint64_t trouble_seed(const Scenario& scenario, const Receiver& receiver) {
   return seed_of(scenario.seed, hash_text(receiver.serial), static_cast<std::uint64_t>(getpid()),
@@ -42,15 +56,16 @@ std::uint64_t trouble_seed(const Scenario& scenario, const Receiver& receiver) {
 
 }  // namespace
 
-Engine::Engine(const Scenario& scenario, const Profile& profile, StopSignal& stop, Output& output)
+Engine::Engine(const Scenario& scenario, const options::ReceiverOptions& options, StopSignal& stop, Output& output)
     : scenario_(scenario),
-      profile_(profile),
-      receiver_(open_receiver(scenario, profile)),
+      options_(options),
+      channels_(options.reception.channels),
+      receiver_(open_receiver(scenario, options)),
       stop_(stop),
       output_(output),
       clock_(base::system_clock()(), scenario.rewind, scenario.time_scale),
-      traffic_(scenario.seed, receiver_.activity, longitude_of(profile.grid)),
-      decode_log_(profile.all_txt),
+      traffic_(scenario.seed, receiver_.activity, longitude_of(options.reporting.grid)),
+      decode_log_(state_path(options.decoding.all_txt)),
       health_(scenario, trouble_seed(scenario, receiver_), output) {}
 
 int Engine::run() {
@@ -58,7 +73,7 @@ int Engine::run() {
   const std::string_view end = receiver_.faults.no_line_feed ? "" : "\n";
   try {
     const double start = base::system_clock()();
-    plan_faults(timeline_, receiver_.faults, profile_.channels, start, output_);
+    plan_faults(timeline_, receiver_.faults, channels_, start, output_);
     introduce();
     plan_reception(start);
     timeline_.run(stop_);
@@ -77,17 +92,18 @@ int Engine::run() {
 void Engine::introduce() {
   output_.line("Tarnwick receive engine " TARNWICK_VERSION ", simulated station");
   output_.line(fmt::format("Receiver {} {} opened ({})", receiver_.model, receiver_.serial, receiver_.backend));
-  output_.line(fmt::format("Decoder channels: {}; bands: {}", profile_.channels.size(), profile_.bands.size()));
+  output_.line(fmt::format("Decoder channels: {}; capture: {:.3f} MHz at {:g} MS/s", channels_.size(),
+                           options_.capture.center / 1e6, options_.capture.sample_rate / 1e6));
 }
 
 void Engine::plan_reception(double start) {
   open_recordings();
   open_replay(clock_.at(start));
-  for (const Channel& channel : profile_.channels)
+  for (const Channel& channel : channels_)
     plan_channel(channel, start);
   plan_signals(start);
   health_.plan(timeline_, start);
-  if (profile_.pskreporter) health_.plan_reports(timeline_, start);
+  if (options_.reporting.pskreporter) health_.plan_reports(timeline_, start);
 }
 
 void Engine::plan_channel(const Channel& channel, double start) {
@@ -110,9 +126,9 @@ void Engine::plan_channel(const Channel& channel, double start) {
 }
 
 Engine::Feed Engine::feed_for(const Channel& channel) {
-  const auto first_ft8 = std::find_if(profile_.channels.begin(), profile_.channels.end(),
+  const auto first_ft8 = std::find_if(channels_.begin(), channels_.end(),
                                       [](const Channel& candidate) { return candidate.mode == Mode::ft8; });
-  if (recordings_ && first_ft8 != profile_.channels.end() && *first_ft8 == channel)
+  if (recordings_ && first_ft8 != channels_.end() && *first_ft8 == channel)
     return [this](const Channel&, double) { return recordings_->next(); };
   if (replay_) return [this](const Channel& asked, double start) { return replay_->cycle(asked, start); };
   return [this](const Channel& asked, double start) { return traffic_.cycle(asked, start); };
@@ -131,7 +147,7 @@ void Engine::open_recordings() {
 void Engine::open_replay(double start) {
   if (scenario_.replay.empty()) return;
   try {
-    replay_ = std::make_unique<Replay>(base::read_file(scenario_.replay), profile_.channels, start);
+    replay_ = std::make_unique<Replay>(base::read_file(scenario_.replay), channels_, start);
   } catch (const std::runtime_error& error) {
     throw std::runtime_error(fmt::format("{}: {}", scenario_.replay, error.what()));
   }
@@ -140,8 +156,9 @@ void Engine::open_replay(double start) {
 }
 
 void Engine::plan_signals(double start) {
-  if (!profile_.known_channels) return;
-  signals_ = std::make_unique<KnownSignals>(scenario_.seed, known_places(profile_), traffic_.population());
+  auto places = known_places(options_);
+  if (places.empty()) return;
+  signals_ = std::make_unique<KnownSignals>(scenario_.seed, std::move(places), traffic_.population());
   const double begin = clock_.at(start);
   timeline_.add(start, [this, number = first_cycle_from(begin, KnownSignals::step)](double) mutable {
     for (const std::string& line : signals_->lines(static_cast<double>(number) * KnownSignals::step))
@@ -155,7 +172,7 @@ void Engine::tell(const Channel& channel, double start, const std::vector<Decode
   for (const Decode& decode : decodes)
     block += decode_log_line(channel, start, decode);
   const std::string trouble = decode_log_.append(block);
-  if (!trouble.empty()) output_.line(fmt::format("Writing {} failed: {}", profile_.all_txt, trouble));
+  if (!trouble.empty()) output_.line(fmt::format("Writing {} failed: {}", options_.decoding.all_txt, trouble));
   output_.line(summary_line(channel, start, decodes));
   health_.count_spots(decodes.size());
 }

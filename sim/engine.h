@@ -6,10 +6,10 @@
 #include <optional>
 #include <vector>
 
+#include "options/receiver_options.h"
 #include "sim/decode_log.h"
 #include "sim/health.h"
 #include "sim/output.h"
-#include "sim/profile.h"
 #include "sim/recordings.h"
 #include "sim/replay.h"
 #include "sim/scenario.h"
@@ -21,9 +21,9 @@ namespace sim {
 
 class Engine {
  public:
-  /// Opens the receiver that the profile means. Throws std::runtime_error with the reason why it cannot be had. All
-  /// arguments must outlive this.
-  Engine(const Scenario& scenario, const Profile& profile, StopSignal& stop, Output& output);
+  /// Opens the receiver that the options, as checked, mean. Throws std::runtime_error with the reason why it cannot be
+  /// had. All arguments must outlive this.
+  Engine(const Scenario& scenario, const options::ReceiverOptions& options, StopSignal& stop, Output& output);
 
   /// Receives until asked to end, or until the scenario ends it; the exit status.
   int run();
@@ -42,7 +42,8 @@ class Engine {
   void tell(const Channel& channel, double start, const std::vector<Decode>& decodes);
 
   const Scenario& scenario_;
-  const Profile& profile_;
+  const options::ReceiverOptions& options_;
+  const std::vector<Channel>& channels_;
   Receiver receiver_;
   StopSignal& stop_;
   Output& output_;

@@ -1,13 +1,15 @@
-// The places of the known-channel catalogue that a profile listens on.
+// Where a profile listens for signals other than the digital modes.
 #pragma once
 
 #include <vector>
 
-#include "sim/profile.h"
+#include "options/receiver_options.h"
 #include "sim/signals.h"
 
 namespace sim {
 
-std::vector<KnownPlace> known_places(const Profile& profile);
+/// The places of the known channels that the capture holds, and of the profile's own analysis channels. A channel that
+/// listens for several kinds gives a place for each kind that is at home in such a channel.
+std::vector<KnownPlace> known_places(const options::ReceiverOptions& options);
 
 }  // namespace sim

@@ -36,7 +36,7 @@ int audio_offset(Mode mode, Random& random) {
 /// A station during one visit to a channel.
 struct Traffic::Visitor {
   const Station* station;
-  double level;  ///< chance that snr_quantile() turns into dB
+  int snr;  ///< dB, before it fades
   int audio;
   bool odd;  ///< it sends in odd cycles, where a mode takes turns
 };
@@ -76,7 +76,8 @@ std::vector<Traffic::Visitor> Traffic::visitors(const Channel& channel, double s
     const auto rank =
         static_cast<std::size_t>(std::pow(random.uniform(), 1.8) * static_cast<double>(population_.size()));
     if (!taken.insert(rank).second) continue;
-    chosen.push_back({&population_[rank], random.uniform(), audio_offset(channel.mode, random), random.chance(0.5)});
+    chosen.push_back(
+        {&population_[rank], snr_quantile(random.uniform()), audio_offset(channel.mode, random), random.chance(0.5)});
   }
   return chosen;
 }
@@ -98,7 +99,7 @@ std::vector<Decode> Traffic::cycle(const Channel& channel, double start) const {
     const auto index = random.below(present.size());
     const Visitor who = present[index];
     present.erase(present.begin() + static_cast<std::ptrdiff_t>(index));
-    const int snr = snr_quantile(who.level + random.between(-0.04, 0.04));
+    const int snr = std::clamp(who.snr + static_cast<int>(random.below(5)) - 2, -24, 58);
     const Station& other = *everybody[random.below(everybody.size())].station;
     Said said = say(channel.mode, *who.station, &other == who.station ? population_.front() : other, snr, random);
     decodes.push_back({snr, random.between(-0.3, 0.6) + random.between(-0.3, 0.3), who.audio, std::move(said.message),
