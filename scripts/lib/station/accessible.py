@@ -47,12 +47,16 @@ class Control:
     """One control, or a window, or the program as a whole."""
 
     def __init__(self, node):
-        self.node = node
-        # A cached tree misses what changed while nobody dispatched the bus's signals.
-        _asked(node.set_cache_mask, Atspi.Cache.NONE)
+        self._node = node
 
     def __repr__(self):
         return f"{self.role} \"{self.name}\""
+
+    @property
+    def node(self):
+        # What the library remembers of a control may be old: nobody here dispatches the bus's signals.
+        _asked(self._node.clear_cache)
+        return self._node
 
     @property
     def name(self):
@@ -91,8 +95,10 @@ class Control:
     @property
     def text(self):
         """What stands in a text field, a log pane or a label."""
-        face = _asked(self.node.get_text_iface)
-        return self.name if face is None else _asked(Atspi.Text.get_text, face, 0, -1, default="")
+        return _asked(Atspi.Text.get_text, self.node, 0, -1, default="") if self._offers("Text") else self.name
+
+    def _offers(self, interface):
+        return interface in _asked(self.node.get_interfaces, default=[])
 
     def walk(self, only_showing=False):
         """This control and everything inside it, top to bottom."""
@@ -117,19 +123,16 @@ class Control:
     def press(self):
         """Clicks a button, toggles a check box, opens a combo box."""
         assert self.sensitive, f"{self!r} cannot be pressed: it is insensitive"
-        face = _asked(self.node.get_action_iface)
-        assert face is not None and _asked(Atspi.Action.do_action, face, 0, default=False), f"{self!r} cannot be pressed"
+        assert self._offers("Action") and _asked(Atspi.Action.do_action, self.node, 0), f"{self!r} cannot be pressed"
 
     def type(self, text):
         """Replaces what stands in a text field."""
-        face = _asked(self.node.get_editable_text_iface)
-        assert face is not None and _asked(Atspi.EditableText.set_text_contents, face, text, default=False), \
+        assert self._offers("EditableText") and _asked(Atspi.EditableText.set_text_contents, self.node, text), \
             f"{self!r} takes no text"
 
     def select(self, index):
         """Chooses the page of a notebook or the row of a list."""
-        face = _asked(self.node.get_selection_iface)
-        assert face is not None and _asked(Atspi.Selection.select_child, face, index, default=False), \
+        assert self._offers("Selection") and _asked(Atspi.Selection.select_child, self.node, index), \
             f"{self!r} has no entry {index} to choose"
 
     @property

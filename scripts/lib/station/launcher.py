@@ -32,7 +32,7 @@ class Launcher:
         with open(self.errors_path, "ab") as errors:
             self.process = subprocess.Popen([binary("tarnwick-gui"), *arguments], env=environment, cwd=home.root,
                                             stdin=subprocess.DEVNULL, stdout=errors, stderr=errors)
-        self._tree = None
+        self._tree = self._notebook = self._panes = None
 
     @property
     def identity(self):
@@ -67,7 +67,9 @@ class Launcher:
     @property
     def notebook(self):
         """The thirteen tabs; a page may hold a notebook of its own."""
-        return self.tree.find("page tab list", where=lambda each: len(each.children) == len(TABS), seconds=30)
+        if self._notebook is None:
+            self._notebook = self.tree.find("page tab list", where=lambda each: len(each.children) == len(TABS), seconds=30)
+        return self._notebook
 
     @property
     def tab_names(self):
@@ -103,19 +105,18 @@ class Launcher:
         assert found, f"no totals: \"{self.totals_text}\""
         return int(found[1])
 
+    def _alerts(self):
+        """(dialog, its text) of every message or question that stands open."""
+        found = [each for each in self.tree.children if each.role in ("alert", "dialog") and each.showing]
+        return [(each, "\n".join(label.name for label in each.find_all("label") if label.name)) for each in found]
+
     def dialogs(self):
-        """The text of every message or question that stands open."""
-        return ["\n".join(label.name for label in alert.find_all("label", only_showing=True))
-                for alert in self.tree.children if alert.role == "alert" and alert.showing]
+        return [words for _, words in self._alerts()]
 
     def answer_dialog(self, button, text=None, seconds=10.0):
-        """Waits for a dialog with the text (its whole text, or a pattern), presses the button, and gives the text."""
+        """Waits for a dialog whose text holds the pattern, presses the button, and gives the text."""
         def look():
-            for alert in self.tree.children:
-                words = "\n".join(label.name for label in alert.find_all("label"))
-                if alert.role == "alert" and alert.showing and (text is None or re.search(text, words)):
-                    return alert, words
-            return None
+            return next((each for each in self._alerts() if re.search(text or "", each[1])), None)
         alert, words = wait_until(look, lambda: f"a dialog with \"{text}\"; there is {self.dialogs()}", seconds)
         alert.find("push button", button).press()
         wait_until(lambda: not alert.showing, "the dialog gone")
@@ -123,8 +124,9 @@ class Launcher:
 
     def log(self):
         """What stands in the panes of the Logs tab, whatever tab is shown."""
-        page = self.notebook.children[len(TABS) - 1]
-        return "\n".join(pane.text for pane in page.find_all("text"))
+        if self._panes is None:
+            self._panes = self.notebook.children[len(TABS) - 1].find_all("text")
+        return "\n".join(pane.text for pane in self._panes)
 
     def wait_for_log(self, text, seconds=10.0):
         return wait_until(lambda: text in self.log(),
