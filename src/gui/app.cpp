@@ -38,8 +38,7 @@ App::App(Setup setup)
       choices_(setup_.config_directory + "/activity.ini"),
       loop_(g_main_loop_new(nullptr, FALSE)) {
   intake_ = std::make_unique<results::LineIntake>(activity_, gui_log_, setup_.clock, intake_sinks());
-  session_ = std::make_unique<options::Session>(options::SessionPaths{setup_.config_directory, setup_.state_directory},
-                                                session_hooks(), setup_.clock);
+  session_ = std::make_unique<options::Session>(session_place(), session_hooks());
   supervisor_ = std::make_unique<receiver::Supervisor>(
       supervisor_hooks(), receiver::SessionFiles(setup_.config_directory, setup_.state_directory, ::getpid()),
       setup_.timing);
@@ -51,12 +50,20 @@ App::~App() {
   alive_.end();
 }
 
+options::SessionPlace App::session_place() const {
+  options::SessionPlace place;
+  place.config_directory = setup_.config_directory;
+  place.state_directory = setup_.state_directory;
+  place.clock = setup_.clock;
+  return place;
+}
+
 void App::open() {
   session_->load_receivers();
   if (setup_.config_path.empty())
     session_->restore();
-  else if (!open_profile(setup_.config_path))
-    session_->apply_defaults();
+  else
+    open_profile(setup_.config_path);
   settings_page_->show(session_->profile());
   refresh();
   report("Ready. Start reception explicitly; no receiver or reporting is started by opening this window.");
@@ -84,16 +91,14 @@ void App::show_error(const std::string& text) {
   kit::show_message(window_->window(), GTK_MESSAGE_ERROR, text);
 }
 
-bool App::open_profile(const std::string& path) {
+void App::open_profile(const std::string& path) {
   try {
     session_->open(path);
   } catch (const std::exception& error) {
-    show_error(error.what());
-    return false;
+    return show_error(error.what());
   }
   settings_page_->show(session_->profile());
   refresh();
-  return true;
 }
 
 void App::ask_for_profile() {
@@ -125,7 +130,7 @@ void App::launch_session(std::vector<launcher::ReceiverLaunch> planned) {
     return undo_start(error.what());
   }
   stop_asked_ = false;
-  session_->remember_fingerprint();
+  session_->store_fingerprint();
   window_->show_page(live_ft8_page);
   refresh_counters();
   refresh();
@@ -146,7 +151,7 @@ void App::stop_receivers() {
 
 void App::session_ended() {
   stop_asked_ = false;
-  session_->remember_fingerprint();
+  session_->store_fingerprint();
   gui_log_.close();
   refresh_counters();
 }
@@ -154,7 +159,8 @@ void App::session_ended() {
 void App::apply_and_save() {
   try {
     session_->save();
-    session_->remember_fingerprint();
+    session_->save_opened();
+    session_->store_fingerprint();
   } catch (const std::exception& error) {
     show_error(fmt::format("Could not save session settings: {}", error.what()));
   }
@@ -162,7 +168,9 @@ void App::apply_and_save() {
 }
 
 void App::settings_edited() {
-  settings_page_->read(session_->profile());
+  options::Profile profile = session_->profile();
+  settings_page_->read(profile);
+  session_->set_profile(profile);
   session_->request_autosave();
   refresh();
 }
@@ -234,16 +242,12 @@ void App::count_psk_reports() {
 void App::close_window() {
   if (supervisor_->closing())
     return footer_->show_message("Stopping the receivers. The window closes when they have stopped.");
-  if (!receiving()) return close_when_nothing_runs();
+  if (!receiving()) return supervisor_->close();
   kit::ask(
       window_->window(),
       "Stop all receivers started by this launcher and close?\n\nAn enabled system service continues independently "
       "of this window.",
       [this] { close_and_stop(); });
-}
-
-void App::close_when_nothing_runs() {
-  supervisor_->close();
 }
 
 void App::close_and_stop() {

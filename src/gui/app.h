@@ -12,6 +12,7 @@
 #include "base/time_text.h"
 #include "base/timer.h"
 #include "gui/footer.h"
+#include "gui/kit/ui_scale.h"
 #include "gui/launcher_arguments.h"
 #include "gui/live/dashboard.h"
 #include "gui/main_window.h"
@@ -62,7 +63,7 @@ class App {
   void stop_receivers();
   void apply_and_save();
   /// Reads a profile and makes it the launcher's own; a failure is shown and changes nothing.
-  bool open_profile(const std::string& path);
+  void open_profile(const std::string& path);
   void ask_for_profile();
   void close_window();
 
@@ -74,14 +75,16 @@ class App {
   void show_error(const std::string& text);
 
   [[nodiscard]] bool receiving() const { return supervisor_->receiving(); }
+  /// The window has closed: run() returns, or has returned.
+  [[nodiscard]] bool closed() const { return closed_; }
   [[nodiscard]] MainWindow& window() { return *window_; }
+  [[nodiscard]] const results::ActivityModel& activity() const { return activity_; }
 
  private:
   // app_build.cpp
-  void load_theme();
   void build_pages();
   void append_pages();
-  void follow_interface_size();
+  void page_shown(int index);
 
   // app_wiring.cpp
   receiver::SupervisorHooks supervisor_hooks();
@@ -89,8 +92,9 @@ class App {
   receiver::StartWhenOpened::Launcher start_when_opened_access();
   Footer::Actions footer_actions();
   options::SessionHooks session_hooks();
+  SettingsSurroundings settings_surroundings();
+  [[nodiscard]] options::SessionPlace session_place() const;
 
-  void page_shown(int index);
   void settings_edited();
   void plan_selection();
   void show_plan();
@@ -101,9 +105,7 @@ class App {
   void refresh_counters_soon();
   void refresh_counters();
   void count_psk_reports();
-  void close_when_nothing_runs();
   void close_and_stop();
-  void interface_size_changed();
 
   Setup setup_;
   base::Liveness alive_;
@@ -135,9 +137,11 @@ class App {
   // Timers and signals.
   bool refreshing_ = false;
   bool stop_asked_ = false;
+  bool closed_ = false;
   base::GMainLoopPtr loop_;
   base::Timer counters_timer_;
   base::Timer tick_;
+  ui_scale::Listener scale_listener_;
 };
 
 }  // namespace gui

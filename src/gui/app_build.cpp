@@ -1,18 +1,27 @@
 // Builds the window: theme, pages in their order, footer.
 #include "gui/app.h"
-#include "gui/kit/theme.h"
 #include "gui/kit/ui_scale.h"
 #include "gui/pages/coming_page.h"
 
 namespace gui {
 
 void App::build() {
-  load_theme();
+  ui_scale::apply_choice(kept_interface_size(choices_), nullptr);
   build_pages();
   append_pages();
   window_->set_footer(footer_->widget());
   window_->present();
-  follow_interface_size();
+  ui_scale::follow_window(window_->window(), [this] { return kept_interface_size(choices_); });
+  scale_listener_ = ui_scale::Listener([this] { dashboard_->measure_again(); });
+}
+
+void App::page_shown(int index) {
+  constexpr int settings_tab = 2;
+  if (index == settings_tab) settings_page_->activate();
+  constexpr int first_live_page = 6;
+  constexpr results::Family families[] = {results::Family::ft, results::Family::js8, results::Family::wspr};
+  const int family = index - first_live_page;
+  if (family >= 0 && family < static_cast<int>(std::size(families))) dashboard_->enter(families[family]);
 }
 
 void App::build_pages() {
@@ -22,6 +31,7 @@ void App::build_pages() {
   plan_page_ = std::make_unique<TextCardsPage>();
   receivers_page_ = std::make_unique<TextCardsPage>();
   dashboard_ = std::make_unique<Dashboard>(activity_, choices_, setup_.clock, say);
+  settings_page_ = std::make_unique<SettingsPage>(settings_surroundings());
   logs_page_ = std::make_unique<LogsPage>(choices_);
 }
 

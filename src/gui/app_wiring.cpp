@@ -22,7 +22,10 @@ receiver::SupervisorHooks App::supervisor_hooks() {
   };
   hooks.changed = [this] { refresh(); };
   hooks.start_again = [this] { start_receivers(); };
-  hooks.quit = [this] { g_main_loop_quit(loop_.get()); };
+  hooks.quit = [this] {
+    closed_ = true;
+    g_main_loop_quit(loop_.get());
+  };
   return hooks;
 }
 
@@ -52,9 +55,18 @@ Footer::Actions App::footer_actions() {
           [this] { apply_and_save(); }};
 }
 
+SettingsSurroundings App::settings_surroundings() {
+  SettingsSurroundings surroundings{choices_, setup_.state_directory, setup_.autostart_directory};
+  surroundings.edited = [this](const std::string&) { settings_edited(); };
+  surroundings.show_error = [this](const std::string& text) { show_error(text); };
+  return surroundings;
+}
+
 options::SessionHooks App::session_hooks() {
   options::SessionHooks hooks;
   hooks.report = [this](const std::string& text) { report(text); };
+  hooks.changed = [this] { refresh(); };
+  hooks.closing = [this] { return supervisor_->closing(); };
   return hooks;
 }
 

@@ -48,6 +48,7 @@ int run(int argc, char** argv) {
     throw std::runtime_error(
         "Run the launcher as your normal desktop user. Service controls request administrator authorization "
         "separately.");
+  kit::load_theme();
   gui::App app(gui::App::Setup::of_user(arguments));
   app.run();
   return 0;

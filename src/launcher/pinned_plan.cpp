@@ -46,8 +46,18 @@ void clean_up_for_family(Profile& profile, const std::string& serial) {
   }
 }
 
+// Listening and analysis channels: placed like bands, by their id.
+bool is_consumer_key(const std::string& key) {
+  return key.starts_with("audio.") || key.starts_with("analysis.");
+}
+
+std::string consumer_group(const std::string& key) {
+  return "@" + key.substr(key.find('.') + 1);
+}
+
 Profile overlay(const options::Station& station, const ReceiverProfile& receiver) {
   Profile profile = station.common;
+  std::erase_if(profile, [](const auto& entry) { return is_consumer_key(entry.first); });
   for (const auto& [key, value] : receiver.settings) {
     if (key.starts_with("remote-")) continue;
     if (value.empty())
@@ -110,11 +120,15 @@ ReceiverLaunch make_launch(std::string name, std::string model, Profile profile)
   return launch;
 }
 
+// For a receiver whose model is not known yet.
+std::string family_name(const Profile& profile) {
+  const std::string backend = value_of(profile, "backend", "sdrplay");
+  return backend == "rx888" ? "RX-888" : backend == "rtl-sdr" ? "RTL-SDR" : "RSP";
+}
+
 // A profile without receivers: whatever the engine finds is its receiver.
 ReceiverLaunch launch_as_it_stands(const Profile& profile) {
-  const std::string backend = value_of(profile, "backend", "sdrplay");
-  const char* model = backend == "rx888" ? "RX-888" : backend == "rtl-sdr" ? "RTL-SDR" : "RSP";
-  return make_launch("default", model, profile);
+  return make_launch("default", family_name(profile), profile);
 }
 
 std::string carrier_of(const std::string& group, const options::Station& station,
@@ -126,31 +140,55 @@ std::string carrier_of(const std::string& group, const options::Station& station
   return ticked.front()->serial;
 }
 
+// What one receiver carries.
+struct Load {
+  std::vector<std::string> bands;
+  Profile consumers;  ///< "audio.{id}" and "analysis.{id}" with their specifications
+};
+
+std::map<std::string, Load> distribute(const options::Station& station,
+                                       const std::vector<const ReceiverProfile*>& ticked) {
+  std::map<std::string, Load> loads;
+  const std::string bands = value_of(station.common, "bands", "");
+  if (!bands.empty())
+    for (const auto band : base::split(bands, ','))
+      loads[carrier_of(normalise_band(band), station, ticked)].bands.emplace_back(band);
+  for (const auto& [key, specification] : station.common)
+    if (is_consumer_key(key)) loads[carrier_of(consumer_group(key), station, ticked)].consumers[key] = specification;
+  return loads;
+}
+
+void put_on(Profile& profile, const Load& load) {
+  profile.insert(load.consumers.begin(), load.consumers.end());
+  keep_known_bands(profile, load.bands);
+  if (!load.bands.empty()) {
+    profile["bands"] = base::join(load.bands, ",");
+    return;
+  }
+  remove_keys(profile, std::array{"bands", "modes", "band-modes", "frequencies", "pskreporter", "wsprnet"});
+  profile["mode"] = "receivers";
+}
+
 }  // namespace
 
 std::vector<ReceiverLaunch> pinned_plan(const Profile& profile) {
   const options::Station station = options::parse_station(profile);
-  if (station.receivers.empty() && !options::is_multi_receiver(profile)) return {launch_as_it_stands(profile)};
+  if (station.receivers.empty()) return {launch_as_it_stands(station.common)};
 
   std::vector<const ReceiverProfile*> ticked;
   for (const auto& receiver : station.receivers)
     if (receiver.enabled) ticked.push_back(&receiver);
   if (ticked.empty()) throw std::runtime_error("Tick at least one receiver.");
 
-  std::map<std::string, std::vector<std::string>> bands;
-  const std::string list = value_of(station.common, "bands", "");
-  if (!list.empty())
-    for (const auto band : base::split(list, ','))
-      bands[carrier_of(normalise_band(band), station, ticked)].emplace_back(band);
-
+  auto loads = distribute(station, ticked);
   std::vector<ReceiverLaunch> launches;
   for (const auto* receiver : ticked) {
-    const auto& own = bands[receiver->serial];
-    if (own.empty()) continue;
+    const Load& load = loads[receiver->serial];
+    if (load.bands.empty() && load.consumers.empty()) continue;
     Profile expanded = overlay(station, *receiver);
-    expanded["bands"] = base::join(own, ",");
-    keep_known_bands(expanded, own);
-    launches.push_back(make_launch(receiver->serial, receiver->model, std::move(expanded)));
+    put_on(expanded, load);
+    const std::string model = receiver->model.empty() ? family_name(expanded) : receiver->model;
+    launches.push_back(make_launch(receiver->serial, model, std::move(expanded)));
   }
   if (launches.empty()) throw std::runtime_error("Tick at least one band.");
   return launches;

@@ -3,7 +3,7 @@
 
 #include <vector>
 
-#include "gui/pages/text_cards_page.h"
+#include "gui/pages/text_card.h"
 #include "launcher/receiver_launch.h"
 #include "options/profile.h"
 

@@ -6,13 +6,9 @@
 
 #include <gtk/gtk.h>
 
-namespace gui {
+#include "gui/pages/text_card.h"
 
-struct TextCard {
-  std::string heading;
-  std::vector<std::string> lines;
-  bool operator==(const TextCard&) const = default;
-};
+namespace gui {
 
 class TextCardsPage {
  public:

@@ -1,0 +1,117 @@
+// What a burst of engine lines costs the window: the whole launcher in process, its engines small programs that print
+// as fast as they can. Prints the longest iteration of the main loop, the throughput and the memory.
+//
+//   window_burst ENGINES LINES_PER_ENGINE       (run it under a display: tests/with_display
+//   build/release/bin/window_burst 16 1250)
+#include <cstdio>
+#include <filesystem>
+#include <fstream>
+#include <stdlib.h>
+#include <string>
+
+#include "base/file_write.h"
+#include "base/numbers.h"
+#include "gui/app.h"
+#include "gui/kit/theme.h"
+
+namespace {
+
+// The time between two polls of the main context is one iteration: nothing else can happen on the screen meanwhile.
+struct LoopWatch {
+  gint64 left = 0;
+  gint64 longest = 0;
+  static LoopWatch& instance() {
+    static LoopWatch watch;
+    return watch;
+  }
+  static gint poll(GPollFD* descriptors, guint count, gint timeout) {
+    auto& watch = instance();
+    const gint64 now = g_get_monotonic_time();
+    if (watch.left) watch.longest = std::max(watch.longest, now - watch.left);
+    const gint result = g_poll(descriptors, count, timeout);
+    watch.left = g_get_monotonic_time();
+    return result;
+  }
+};
+
+double resident_megabytes() {
+  std::ifstream status("/proc/self/status");
+  std::string word;
+  double kilobytes = 0;
+  while (status >> word)
+    if (word == "VmRSS:") status >> kilobytes;
+  return kilobytes / 1024;
+}
+
+std::string engine_script(long lines) {
+  return fmt::format(
+      "#!/bin/sh\nmawk 'BEGIN {{ for (i = 0; i < {}; i++) printf \"FT8 261122_%02d%02d%02d 14.074000 MHz: 12 spots; "
+      "callsigns=K1ABC,W9XYZ,DL1AAA,G4BBB,F5CCC\\n\", i / 3600 % 24, i / 60 % 60, i % 60 }}'\nexec sleep 600\n",
+      lines);
+}
+
+std::string station(int engines) {
+  std::string text = "gui-format = multi-receiver-v1\nmode = decoder\nmodes = FT8\n";
+  const char* bands[] = {"160", "80", "60", "40", "30", "20", "17", "15", "12", "10", "6", "2", "70cm"};
+  std::string list;
+  for (int i = 0; i < engines; ++i) {
+    text += fmt::format("receiver.S{:02}.enabled = true\nreceiver.S{:02}.model = RSPdx\n", i, i);
+    // There are thirteen bands; receivers beyond them listen.
+    if (i >= 13) {
+      text += fmt::format("audio.v{0} = id=v{0}\nband.@v{0}.receiver = S{0:02}\n", i);
+      continue;
+    }
+    list += (i ? "," : "") + std::string(bands[i]);
+    text += fmt::format("band.{}.receiver = S{:02}\n", bands[i], i);
+  }
+  return text + "bands = " + list + "\n";
+}
+
+void turn(const std::function<bool()>& done) {
+  while (!done())
+    g_main_context_iteration(nullptr, TRUE);
+}
+
+}  // namespace
+
+int main(int argc, char** argv) {
+  const int engines = argc > 1 ? std::atoi(argv[1]) : 16;
+  const long lines = argc > 2 ? std::atol(argv[2]) : 1250;
+  gtk_init(&argc, &argv);
+  kit::load_theme();
+  std::string directory = "/tmp/window-burst-XXXXXX";
+  if (!::mkdtemp(directory.data())) return 1;
+  gui::App::Setup setup;
+  setup.tuner = directory + "/engine";
+  setup.config_directory = directory + "/config";
+  setup.state_directory = directory + "/state";
+  setup.autostart_directory = directory + "/autostart";
+  setup.config_path = directory + "/station.conf";
+  std::ofstream(setup.tuner) << engine_script(lines);
+  std::filesystem::permissions(setup.tuner, std::filesystem::perms::owner_all);
+  std::ofstream(setup.config_path) << station(engines);
+  {
+    gui::App app(setup);
+    app.build();
+    app.open();
+    const gint64 opened = g_get_monotonic_time();
+    const base::Timer wake = base::Timer::repeating(std::chrono::milliseconds(50), [] {});
+    turn([opened] { return g_get_monotonic_time() - opened > 2 * G_USEC_PER_SEC; });
+    const std::uint64_t expected = static_cast<std::uint64_t>(engines) * static_cast<std::uint64_t>(lines);
+    const double before = resident_megabytes();
+    g_main_context_set_poll_func(nullptr, &LoopWatch::poll);
+    const gint64 start = g_get_monotonic_time();
+    app.start_receivers();
+    turn([&] { return app.activity().total_decodes() >= expected; });
+    const double seconds = static_cast<double>(g_get_monotonic_time() - start) / G_USEC_PER_SEC;
+    const double after = resident_megabytes();
+    turn([&] { return g_get_monotonic_time() - start > (seconds + 2) * G_USEC_PER_SEC; });
+    fmt::print(
+        "{} engines x {} lines: {:.2f} s, {:.0f} lines/s, longest iteration {:.1f} ms, memory {:.1f} -> {:.1f} MB\n",
+        engines, lines, seconds, static_cast<double>(expected) / seconds,
+        static_cast<double>(LoopWatch::instance().longest) / 1000, before, after);
+    app.stop_receivers();
+    turn([&] { return !app.receiving(); });
+  }
+  std::filesystem::remove_all(directory);
+}
