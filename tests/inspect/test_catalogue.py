@@ -45,7 +45,7 @@ class Catalogue(unittest.TestCase):
 
     def test_known_channels_of_a_capture(self):
         status, answer = self.known("known-channels = on\nknown-modes = sstv,rtty\n", "--capture", "14.1M,1M")
-        self.assertEqual((status, [row["id"] for row in answer["channels"]]), (0, ["psk20", "sstv20"]))
+        self.assertEqual((status, [row["id"] for row in answer["channels"]]), (0, ["psk20", "sstv20", "cw20"]))
         self.assertEqual(answer["channels"][1], {
             "id": "sstv20", "frequency": 14230000, "modulation": "USB", "bandwidth": 3000,
             "spec": "id=sstv20,frequency=14230000,modulation=USB,bandwidth=3000,modes=sstv,rtty=auto,wefax=auto,"
