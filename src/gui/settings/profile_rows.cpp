@@ -68,10 +68,9 @@ void ProfileRows::build_row(SettingGrid& grid, const SettingRow& table_row) {
   if (table_row.control == RowControl::check)
     grid.add_wide(row.control);
   else if (table_row.control == RowControl::path)
-    row.label = grid.add_below(table_row.label, row.control);
+    row.label = grid.add_below(table_row.label, row.control, table_row.help);
   else
     row.label = grid.add_beside(table_row.label, row.control);
-  if (*table_row.help) grid.add_help(table_row.help, row.control);
   row.edits =
       base::SignalConnection(row.control, edit_signal(table_row.control), G_CALLBACK(&ProfileRows::changed), &row);
 }
@@ -160,7 +159,9 @@ void ProfileRows::update() {
     const RowState state = row_state(*row->row, receiving_, allowed);
     kit::set_sensitive(row->control, state.sensitive);
     kit::set_tooltip(row->control, state.tooltip);
-    if (row->label) kit::set_tooltip(row->label, state.tooltip);
+    if (!row->label) continue;
+    kit::set_sensitive(row->label, state.sensitive);
+    kit::set_tooltip(row->label, state.tooltip);
   }
   own_change_ = false;
   kit::set_text(reporting_label_, reporting_text({audio_mode_, identity_valid(), is_ticked(control("pskreporter"))}));

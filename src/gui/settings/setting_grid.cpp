@@ -27,32 +27,29 @@ SettingGrid::SettingGrid() : grid_(gtk_grid_new()) {
 GtkWidget* SettingGrid::add_beside(const std::string& text, GtkWidget* control) {
   GtkWidget* label = kit::line_label(text);
   kit::name_by_label(label, control);
+  // The controls' column takes the spare room, so that the labels stay close to them.
+  gtk_widget_set_hexpand(control, TRUE);
   gtk_grid_attach(GTK_GRID(grid_), label, 0, line_, 1, 1);
   gtk_grid_attach(GTK_GRID(grid_), control, 1, line_++, 1, 1);
   return label;
 }
 
-GtkWidget* SettingGrid::add_below(const std::string& text, GtkWidget* control) {
+GtkWidget* SettingGrid::add_below(const std::string& text, GtkWidget* control, const std::string& help) {
   GtkWidget* box = kit::vertical_box(4);
   GtkWidget* label = kit::line_label(text);
   kit::name_by_label(label, control);
   kit::add(box, label);
   kit::add(box, control);
+  if (!help.empty()) {
+    kit::add(box, wrapped_label(help, {"small"}));
+    kit::set_accessible(control, {}, help);
+  }
   add_wide(box);
   return label;
 }
 
 void SettingGrid::add_wide(GtkWidget* widget) {
-  gtk_widget_set_hexpand(widget, TRUE);
   gtk_grid_attach(GTK_GRID(grid_), widget, 0, line_++, 2, 1);
-}
-
-void SettingGrid::add_help(const std::string& text, GtkWidget* control) {
-  GtkWidget* label = wrapped_label(text, {"small"});
-  // Closer to what it is about than to the next row.
-  gtk_widget_set_margin_top(label, -5);
-  add_wide(label);
-  kit::set_accessible(control, {}, text);
 }
 
 GtkWidget* wrapped_label(const std::string& text, std::initializer_list<const char*> classes) {

@@ -14,10 +14,10 @@ class SettingGrid {
 
   /// The label names the control for assistive tools; answers the label.
   GtkWidget* add_beside(const std::string& label, GtkWidget* control);
-  GtkWidget* add_below(const std::string& label, GtkWidget* control);
+  /// The control across the card under its label; `help`, unless empty, is a line of small text under it, which also
+  /// describes it to assistive tools.
+  GtkWidget* add_below(const std::string& label, GtkWidget* control, const std::string& help);
   void add_wide(GtkWidget* widget);
-  /// A line of small text about the control above it, which it also describes to assistive tools.
-  void add_help(const std::string& text, GtkWidget* control);
   [[nodiscard]] GtkWidget* widget() const { return grid_; }
 
  private:

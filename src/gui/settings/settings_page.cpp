@@ -57,7 +57,6 @@ GtkWidget* columns(const std::vector<GtkWidget*>& boxes) {
   gtk_flow_box_set_max_children_per_line(box, most_columns);
   gtk_flow_box_set_column_spacing(box, spacing);
   gtk_flow_box_set_row_spacing(box, spacing);
-  gtk_widget_set_halign(flow, GTK_ALIGN_START);
   gtk_widget_set_valign(flow, GTK_ALIGN_START);
   for (GtkWidget* one : boxes) {
     gtk_container_add(GTK_CONTAINER(flow), one);

@@ -32,7 +32,7 @@ struct SettingRow {
   bool fallback_is_state_file = false;  ///< `fallback` names a file in the state directory
   const char* unwritten = "";           ///< the value that writes no key
   NumberLimits limits = {};             ///< of a number
-  const char* help = "";                ///< a line under the control
+  const char* help = "";                ///< of a path: a line under the control
   const char* tooltip = "";
   bool live = false;            ///< may be changed while receivers run
   bool needs_identity = false;  ///< off without a callsign and grid, and in audio mode
