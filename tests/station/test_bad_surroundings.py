@@ -19,15 +19,14 @@ class BadSurroundings(StationCase):
     def test_an_engine_that_cannot_be_started(self):
         for name, content, words in (("missing", None, "No such file or directory"),
                                      ("not-executable", "#!/bin/sh\n", "Permission denied"),
-                                     ("folder/", None, "Permission denied|Is a directory"),
-                                     ("no-program", "\0\1\2", "Exec format error|Permission denied")):
+                                     ("folder/", None, "Permission denied|Is a directory")):
             with self.subTest(name):
                 path = self.home.path(name)
                 if name.endswith("/"):
                     os.mkdir(path)
                 elif content is not None:
                     self.home.write(name, content)
-                    os.chmod(path, 0o755 if name == "no-program" else 0o644)
+                    os.chmod(path, 0o644)
                 launcher = self.open_with("--tuner", path)
                 launcher.press("Start receivers")
                 self.assertRegex(launcher.answer_dialog("Close"), words)
@@ -56,21 +55,23 @@ class BadSurroundings(StationCase):
         self.assert_usable(launcher)
 
     def test_folders_that_cannot_be_written(self):
-        for variable, words in (("XDG_STATE_HOME", "."), ("XDG_CONFIG_HOME", "Cannot create configuration: .+|.*denied.*")):
-            for obstacle in ("read-only", "a file"):
-                with self.subTest(variable, obstacle=obstacle):
-                    base = self.home.path(f"{variable}-{obstacle}".replace(" ", "-"))
-                    if obstacle == "a file":
-                        self.home.write(os.path.relpath(base, self.home.root), "in the way")
-                        words = "."
-                    else:
-                        os.mkdir(base, 0o500)
-                    launcher = self.open_with(variables={variable: base})
-                    launcher.press("Start receivers")
-                    told = launcher.answer_dialog("Close")
-                    self.assertRegex(told, words)
-                    self.assertIn(f"Error: {told}", launcher.log())
-                    self.assert_usable(launcher)
+        for variable, obstacle, words in (
+                ("XDG_STATE_HOME", "read-only", "^{base}/tarnwick: Permission denied$"),
+                ("XDG_STATE_HOME", "file", "^{base}/tarnwick: (File exists|Not a directory)$"),
+                ("XDG_CONFIG_HOME", "read-only", "^Cannot create configuration: Permission denied$"),
+                ("XDG_CONFIG_HOME", "file", "^Cannot create configuration: (File exists|Not a directory)$")):
+            with self.subTest(variable, obstacle=obstacle):
+                base = self.home.path(f"{variable}-{obstacle}")
+                if obstacle == "file":
+                    self.home.write(os.path.basename(base), "in the way")
+                else:
+                    os.mkdir(base, 0o500)
+                launcher = self.open_with(variables={variable: base})
+                launcher.press("Start receivers")
+                told = launcher.answer_dialog("Close")
+                self.assertRegex(told, words.format(base=base))
+                launcher.wait_for_log(f"Error: {told}")
+                self.assert_usable(launcher)
 
 
 if __name__ == "__main__":

@@ -70,7 +70,7 @@ class Closing(StationCase):
 
     def test_killed_without_a_word(self):
         """A launcher that dies leaves the profiles that its engines read, and engines that end with their next line."""
-        launcher = self.open_station(scenario="[station]\nstart-burst=true\ntime-scale=8\n")
+        launcher = self.open_station(scenario="[station]\nrewind=3600\ntime-scale=30\n")
         self.start(launcher)
         self.wait(lambda: launcher.spots > 0, "spots", 20)
         engines = launcher.engines()

@@ -29,7 +29,7 @@ class Session(StationCase):
         launcher.press("Stop")
         self.wait_stopped(launcher)
         for label in LABELS:
-            self.assertIn(f"[{label}] Receiver stopped.", launcher.log())
+            launcher.wait_for_log(f"[{label}] Receiver stopped.")
         self.assertEqual(self.home.session_profiles(), [])
         self.assert_totals(launcher, launcher.log())
         logged = self.home.read(self.home.state("gui.log"))
@@ -66,7 +66,7 @@ class Session(StationCase):
         launcher.wait_for_log(f"[{LABELS[0]}] It had not stopped 10 seconds after Stop, so Tarnwick ended it.", 15)
         self.assertGreater(time.monotonic() - pressed, 9.5)
         self.wait_stopped(launcher, 3)
-        self.assertIn(f"[{LABELS[0]}] Receiver stopped.", launcher.log())
+        launcher.wait_for_log(f"[{LABELS[0]}] Receiver stopped.")
         self.assertEqual(self.home.session_profiles(), [])
 
     def test_a_crash_is_restarted_and_leaves_the_others_alone(self):
@@ -97,7 +97,7 @@ class Session(StationCase):
         launcher.press("Stop")
         self.wait_stopped(launcher, 12)
         self.assertNotIn("Starting it again", launcher.log())
-        self.assertIn(f"[{LABELS[0]}] Receiver stopped.", launcher.log())
+        launcher.wait_for_log(f"[{LABELS[0]}] Receiver stopped.")
 
 
 if __name__ == "__main__":

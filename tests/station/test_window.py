@@ -16,7 +16,7 @@ class Window(StationCase):
         self.assertEqual(screen.size(launcher.main_window), (1120, 820))
         for index in range(len(TABS)):
             page = launcher.show_tab(index)
-            self.assertTrue(page.showing, f"tab {TABS[index]} shows")
+            self.wait(lambda page=page: page.children[0].showing, f"the page of {TABS[index]} on the screen")
         footer = [button.name for button in launcher.tree.find_all("push button")
                   if button.name in ("Start receivers", "Stop", "Open .conf", "Apply and Save")]
         self.assertEqual(footer, ["Start receivers", "Stop", "Open .conf", "Apply and Save"])
@@ -33,7 +33,7 @@ class Window(StationCase):
         nameless = []
         for index, tab in enumerate(launcher.notebook.children):
             nameless += [f"{TABS[index]}: {control.role}" for control in tab.walk()
-                         if control.role in controls and not control.name and not control.description]
+                         if control.role in controls and not control.label]
         self.assertEqual(nameless, [])
 
     def test_fits_a_small_screen(self):

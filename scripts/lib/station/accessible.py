@@ -27,7 +27,7 @@ def wait_until(look, what, seconds=10.0, every=0.05):
             answer = look()
             if answer:
                 return answer
-        except AssertionError as error:
+        except (AssertionError, OSError) as error:
             trouble = f" ({error})"
         if time.monotonic() > end:
             raise Timeout(f"not within {seconds:g} s: {what() if callable(what) else what}{trouble}")
@@ -69,6 +69,16 @@ class Control:
     @property
     def description(self):
         return _asked(self.node.get_description, default="")
+
+    @property
+    def label(self):
+        """What an assistive tool says of it first: its own name, or that of the label beside it."""
+        if self.name:
+            return self.name
+        for relation in _asked(self.node.get_relation_set, default=[]):
+            if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY:
+                return Control(relation.get_target(0)).name
+        return ""
 
     @property
     def children(self):

