@@ -68,6 +68,8 @@ void App::open() {
   refresh();
   report("Ready. Start reception explicitly; no receiver or reporting is started by opening this window.");
   if (const auto note = host::report_crash(setup_.state_directory)) report(*note);
+  if (const auto note = session_->take_unreadable_note())
+    kit::show_message(window_->window(), GTK_MESSAGE_WARNING, *note);
   count_psk_reports();
   if (choices_.get("Startup", "start-receivers", false)) start_when_opened_->arm();
   tick_ = base::Timer::repeating(tick_period, [this] {

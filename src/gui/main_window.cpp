@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 
+#include "base/gobject_ptr.h"
 #include "gui/kit/ui_scale.h"
 #include "gui/kit/widgets.h"
 
@@ -82,6 +83,11 @@ GtkWidget* MainWindow::tab_bar_end() {
 
 void MainWindow::append_page(const char* tab_label, GtkWidget* page) {
   gtk_notebook_append_page(GTK_NOTEBOOK(notebook_), page, kit::line_label(tab_label));
+  // Without a name of its own the tab's accessible object asks the notebook for it, also while the page is leaving.
+  const int index = gtk_notebook_get_n_pages(GTK_NOTEBOOK(notebook_)) - 1;
+  const auto tab =
+      base::GObjectPtr<AtkObject>::adopt(atk_object_ref_accessible_child(gtk_widget_get_accessible(notebook_), index));
+  if (tab) atk_object_set_name(tab.get(), tab_label);
   kit::set_accessible(page, tab_label);
 }
 

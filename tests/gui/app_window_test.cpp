@@ -159,7 +159,7 @@ TEST_F(StationTest, AFoldSurvivesARebuildAndARestart) {
   open(two_receivers());
   press("Start receivers");
   ASSERT_TRUE(shows("FT8 14.074000 MHz"));
-  press("Hide this receiver's channels");
+  press("RSPdx · A1: Hide this receiver's channels");
   EXPECT_FALSE(shows("FT8 14.074000 MHz"));
   app_->window().show_page(7);
   app_->window().show_page(6);
@@ -170,7 +170,7 @@ TEST_F(StationTest, AFoldSurvivesARebuildAndARestart) {
   open(two_receivers());
   press("Start receivers");
   EXPECT_FALSE(shows("FT8 14.074000 MHz"));
-  press("Show this receiver's channels");
+  press("RSPdx · A1: Show this receiver's channels");
   EXPECT_TRUE(shows("FT8 14.074000 MHz"));
 }
 

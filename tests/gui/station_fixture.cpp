@@ -19,7 +19,7 @@ void StationTest::SetUp() {
   setup_.timing.stop_guard = std::chrono::milliseconds(300);
   setup_.timing.back_off.fill(std::chrono::milliseconds(200));
   setup_.timing.closing_limit = std::chrono::seconds(2);
-  use_engine("sleep 30");
+  use_engine("exec sleep 30");
 }
 
 void StationTest::TearDown() {

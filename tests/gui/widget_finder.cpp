@@ -28,8 +28,8 @@ GtkWidget* find_button(GtkWidget* root, const std::string& text) {
   const auto found = find_all(root, [&text](GtkWidget* widget) {
     if (!GTK_IS_BUTTON(widget)) return false;
     const char* label = gtk_button_get_label(GTK_BUTTON(widget));
-    const base::GStringPtr tooltip(gtk_widget_get_tooltip_text(widget));
-    return (label && text == label) || (tooltip && text == tooltip.get());
+    const char* name = atk_object_get_name(gtk_widget_get_accessible(widget));
+    return (label && text == label) || (name && text == name);
   });
   return found.empty() ? nullptr : found.front();
 }

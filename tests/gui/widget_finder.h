@@ -11,7 +11,7 @@ namespace testing_gui {
 
 /// Every widget below `root` (internal children included) for which `fits` holds, in drawing order.
 std::vector<GtkWidget*> find_all(GtkWidget* root, const std::function<bool(GtkWidget*)>& fits);
-/// The first button with this label, or whose tooltip is this text; null if there is none.
+/// The first button with this label or accessible name; null if there is none.
 GtkWidget* find_button(GtkWidget* root, const std::string& text);
 /// The texts of all visible labels below `root`.
 std::vector<std::string> visible_texts(GtkWidget* root);

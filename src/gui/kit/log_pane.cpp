@@ -13,6 +13,7 @@ constexpr struct {
 } tags[] = {{"normal", "#B0C6DA"}, {"good", "#35C759"}, {"warning", "#FFB020"}, {"error", "#FF5247"}};
 
 constexpr auto flush_delay = std::chrono::milliseconds(100);
+constexpr int text_margin = 8;
 // One insertion of this many lines stays well below a frame.
 constexpr std::size_t lines_per_flush = 250;
 
@@ -77,6 +78,8 @@ LogView::LogView(const char* accessible_name) : view_(gtk_text_view_new()) {
   gtk_text_view_set_wrap_mode(view, GTK_WRAP_WORD_CHAR);
   gtk_text_view_set_monospace(view, TRUE);
   gtk_text_view_set_accepts_tab(view, FALSE);
+  gtk_text_view_set_left_margin(view, text_margin);
+  gtk_text_view_set_right_margin(view, text_margin);
   gtk_widget_show(view_);
   set_accessible(view_, accessible_name);
   area_ = scrolled(view_, GTK_POLICY_NEVER);
