@@ -4,10 +4,17 @@
 
 namespace inspect {
 
+extern const Subcommand channel_subcommand;
+extern const Subcommand check_subcommand;
+extern const Subcommand gain_subcommand;
+extern const Subcommand known_subcommand;
 extern const Subcommand lines_subcommand;
+extern const Subcommand profile_subcommand;
+extern const Subcommand scale_subcommand;
 
 std::span<const Subcommand* const> subcommands() {
-  static constexpr std::array all{&lines_subcommand};
+  static constexpr std::array all{&profile_subcommand, &check_subcommand, &channel_subcommand, &known_subcommand,
+                                  &gain_subcommand,    &lines_subcommand, &scale_subcommand};
   return all;
 }
 

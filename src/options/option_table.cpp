@@ -28,4 +28,8 @@ const Option* find_option(std::string_view name) {
   return &option_table[*found];
 }
 
+std::string_view reception_mode_text(ReceptionMode mode) {
+  return word_at(option_table[OptionId("mode").index()].words, static_cast<std::size_t>(mode));
+}
+
 }  // namespace options

@@ -85,6 +85,11 @@ int word_index(std::string_view words, std::string_view word) {
   }
 }
 
+std::string_view word_at(std::string_view words, std::size_t index) {
+  const auto all = base::split(words, '|');
+  return index < all.size() ? all[index] : std::string_view();
+}
+
 namespace values {
 
 void set_modes(ReceiverOptions& options, const Option&, std::string_view text) {

@@ -2,6 +2,7 @@
 // operator's words.
 #pragma once
 
+#include <cstddef>
 #include <string_view>
 
 #include "options/receiver_options.h"
@@ -19,6 +20,8 @@ unsigned parse_small_integer(std::string_view text);
 void check_limits(double value, const Limits& limits, bool whole);
 /// The place of a word in a list parted by '|', -1 if it is not there.
 int word_index(std::string_view words, std::string_view word);
+/// The reverse; empty beyond the last word.
+std::string_view word_at(std::string_view words, std::size_t index);
 
 /// What the option table calls for values of their own kind. Each judges the text and stores it.
 namespace values {
