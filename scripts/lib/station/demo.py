@@ -31,6 +31,7 @@ def open_station(home, options):
     screen.resize(window, width, height)
     wait_until(lambda: screen.size(window) == (width, height),
                lambda: f"the window at {options.size}; it is {screen.size(window)}")
+    screen.move_pointer(width - 1, height - 1)
     say(f"opened: {len(launcher.tab_names)} tabs, {launcher.totals_text}")
     assert tuple(launcher.tab_names) == TABS, launcher.tab_names
     return launcher
@@ -38,12 +39,15 @@ def open_station(home, options):
 
 def start_and_watch(launcher, seconds):
     launcher.press("Start receivers", 30)
-    engines = wait_until(launcher.engines, "a receive engine running")
+    receivers = wait_until(launcher.home.session_profiles, "the receivers started")
+    wait_until(lambda: len(launcher.engines()) == len(receivers), f"{len(receivers)} receive engines running")
     end = time.monotonic() + seconds
     wait_until(lambda: launcher.spots > 0, lambda: f"spots counted; the log reads\n{launcher.log()[-2000:]}", max(seconds, 20))
     time.sleep(max(0, end - time.monotonic()))
     launcher.require_alive()
-    say(f"running: {len(launcher.engines())} of {len(engines)} engines, {launcher.totals_text}")
+    engines = launcher.engines()
+    assert len(engines) == len(receivers), f"only {len(engines)} of {len(receivers)} engines run; the log reads\n{launcher.log()}"
+    say(f"running: {len(engines)} engines, {launcher.totals_text}")
 
 
 def take_pictures(launcher, folder):

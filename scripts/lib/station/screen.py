@@ -3,6 +3,11 @@
 import os
 import subprocess
 
+import gi
+
+gi.require_version("Atspi", "2.0")
+from gi.repository import Atspi  # noqa: E402
+
 
 def windows(process_id):
     """{window id: title} of the windows that the process has on the screen."""
@@ -29,6 +34,11 @@ def size(window):
     told = subprocess.run(["xwininfo", "-id", window], capture_output=True, text=True, check=True).stdout
     facts = dict(line.strip().split(": ", 1) for line in told.splitlines() if ": " in line)
     return int(facts["Width"]), int(facts["Height"])
+
+
+def move_pointer(x, y):
+    """Where nothing lies under it, no tooltip gets into a picture."""
+    Atspi.generate_mouse_event(x, y, "abs")
 
 
 def picture(path):
