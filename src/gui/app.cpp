@@ -6,6 +6,7 @@
 #include <fmt/format.h>
 
 #include "base/file_write.h"
+#include "base/text.h"
 #include "gui/kit/dialogs.h"
 #include "gui/pages/station_cards.h"
 #include "host/crash_notes.h"
@@ -67,7 +68,7 @@ void App::open() {
   settings_page_->show(session_->profile());
   refresh();
   report("Ready. Start reception explicitly; no receiver or reporting is started by opening this window.");
-  if (const auto note = host::report_crash(setup_.state_directory)) report(*note);
+  if (const auto note = host::report_crash(setup_.state_directory)) warn(*note);
   if (const auto note = session_->take_unreadable_note())
     kit::show_message(window_->window(), GTK_MESSAGE_WARNING, *note);
   count_psk_reports();
@@ -86,6 +87,11 @@ void App::run() {
 
 void App::report(const std::string& text, const std::string& label) {
   intake_->take(text, false, label);
+}
+
+void App::warn(const std::string& text) {
+  logs_page_->append(results::Pane::program, results::Tag::warning,
+                     base::clock_time(setup_.clock()) + " " + base::valid_utf8(text));
 }
 
 void App::show_error(const std::string& text) {
@@ -163,6 +169,7 @@ void App::apply_and_save() {
     session_->save();
     session_->save_opened();
     session_->store_fingerprint();
+    if (receiving()) report("Settings saved. Running receivers keep theirs until they are started again.");
   } catch (const std::exception& error) {
     show_error(fmt::format("Could not save session settings: {}", error.what()));
   }

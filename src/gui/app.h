@@ -71,6 +71,8 @@ class App {
   void refresh();
   /// The one way to tell the operator something; the label is a receiver's, empty for the launcher.
   void report(const std::string& text, const std::string& label = {});
+  /// A line of the launcher's own in the program pane, in the colour of warnings whatever its words.
+  void warn(const std::string& text);
   /// Reports a failure and shows it in a dialog.
   void show_error(const std::string& text);
 
