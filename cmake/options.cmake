@@ -28,3 +28,8 @@ endif()
 if(TARNWICK_FUZZ)
   target_compile_options(tarnwick_flags INTERFACE -fsanitize=fuzzer-no-link)
 endif()
+
+# What tests need under a sanitizer: what is known of libraries that were built without one.
+set(TARNWICK_SANITIZER_ENVIRONMENT
+    "TSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizers/thread.supp"
+    "LSAN_OPTIONS=suppressions=${PROJECT_SOURCE_DIR}/tests/sanitizers/leak.supp:print_suppressions=0")
