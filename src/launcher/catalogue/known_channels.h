@@ -6,8 +6,6 @@
 #include <string_view>
 #include <vector>
 
-#include "options/channels/analysis_channel.h"
-
 namespace sig {
 
 struct KnownChannel {

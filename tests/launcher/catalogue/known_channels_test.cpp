@@ -1,5 +1,6 @@
 #include "launcher/catalogue/known_channels.h"
 
+#include <algorithm>
 #include <set>
 
 #include <gmock/gmock.h>
@@ -7,6 +8,7 @@
 
 #include "launcher/catalogue/fax_stations.h"
 #include "launcher/catalogue/rtty_segments.h"
+#include "options/channels/analysis_channel.h"
 #include "options/channels/specification.h"
 
 namespace sig {
