@@ -57,7 +57,7 @@ TEST(Traffic, MessagesNameTheSenderOfTheSummary) {
   const sim::Traffic traffic(1, 1, 0);
   for (int mode = 0; mode < static_cast<int>(launcher::digital_mode_count); ++mode) {
     const sim::Channel channel{14078000, static_cast<Mode>(mode)};
-    const auto decodes = listen(traffic, channel, 12);
+    const auto decodes = listen(traffic, channel, 3);
     EXPECT_FALSE(decodes.empty()) << mode;
     for (const auto& decode : decodes)
       EXPECT_EQ(sim::sender_of(channel.mode, decode.message), decode.sender) << decode.message;
