@@ -144,9 +144,23 @@ void write_file(const std::string& path, std::string_view text, mode_t mode) {
   if (::close(descriptor) != 0 || !good) throw std::runtime_error(std::strerror(good ? errno : reason));
 }
 
+namespace {
+
+int open_for_reading(const std::string& path) {
+  const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC | O_NONBLOCK);
+  if (descriptor < 0) throw OpenError(std::strerror(errno));
+  struct stat info {};
+  if (::fstat(descriptor, &info) != 0 || S_ISFIFO(info.st_mode)) {
+    ::close(descriptor);
+    throw OpenError("A pipe is no file");
+  }
+  return descriptor;
+}
+
+}  // namespace
+
 std::string read_file(const std::string& path, size_t limit) {
-  const int descriptor = ::open(path.c_str(), O_RDONLY | O_CLOEXEC);
-  if (descriptor < 0) throw std::runtime_error(std::strerror(errno));
+  const int descriptor = open_for_reading(path);
   std::string text;
   char block[16384];
   ssize_t count = 0;

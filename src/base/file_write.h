@@ -1,6 +1,7 @@
 // The one safe way to replace a configuration file: the old text or the new one is there, whole, whatever happens.
 #pragma once
 
+#include <stdexcept>
 #include <string>
 #include <string_view>
 #include <sys/types.h>
@@ -36,7 +37,13 @@ void replace_file(const std::string& path, std::string_view text, FileCalls& cal
 /// std::runtime_error("{strerror}").
 void write_file(const std::string& path, std::string_view text, mode_t mode);
 
-/// A file's whole content, at most `limit` bytes of it. Throws std::runtime_error("{strerror}") when it cannot be read.
+/// A file that could not be opened, as opposed to one that could not be read to its end. The words are the system's.
+struct OpenError : std::runtime_error {
+  using std::runtime_error::runtime_error;
+};
+
+/// A file's whole content, at most `limit` bytes of it. Throws OpenError or std::runtime_error("{strerror}") when it
+/// cannot be read; a pipe is refused, since it would be waited for.
 std::string read_file(const std::string& path, size_t limit = 64UL << 20);
 
 /// Creates a directory and its parents for private files (mode 0700 each); silent when it is there. Throws

@@ -1,7 +1,6 @@
 #include "options/profile.h"
 
 #include <cerrno>
-#include <fstream>
 #include <stdexcept>
 #include <utility>
 
@@ -113,6 +112,17 @@ std::string rendered_line(const std::string& key, const std::string& value, bool
   return line;
 }
 
+std::string read_text(const std::string& path) {
+  try {
+    // More than the limit is never looked at: it is refused at the line that crosses it.
+    return base::read_file(path, profile_size_limit + 1);
+  } catch (const base::OpenError&) {
+    throw std::runtime_error(fmt::format("Cannot open configuration file: {}", path));
+  } catch (const std::runtime_error&) {
+    throw std::runtime_error(fmt::format("Failed reading configuration file: {}", path));
+  }
+}
+
 }  // namespace
 
 Profile read_profile(const std::string& path) {
@@ -120,14 +130,7 @@ Profile read_profile(const std::string& path) {
 }
 
 Profile parse_config(const std::string& path, bool allow_multi) {
-  std::ifstream file(path, std::ios::binary);
-  if (!file) throw std::runtime_error(fmt::format("Cannot open configuration file: {}", path));
-  // More than the limit is never looked at: it is refused at the line that crosses it.
-  std::string text(profile_size_limit + 1, '\0');
-  file.read(text.data(), static_cast<std::streamsize>(text.size()));
-  if (file.bad()) throw std::runtime_error(fmt::format("Failed reading configuration file: {}", path));
-  text.resize(static_cast<std::size_t>(file.gcount()));
-  return parse_config_text(text, path, allow_multi);
+  return parse_config_text(read_text(path), path, allow_multi);
 }
 
 Profile parse_config_text(std::string_view text, const std::string& path, bool allow_multi) {
