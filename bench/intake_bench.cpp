@@ -1,5 +1,6 @@
 // How many lines a second the intake takes on one core, without a window and without the disk.
 #include <memory>
+#include <regex>
 #include <string>
 #include <utility>
 
@@ -84,6 +85,19 @@ void parse_summary(benchmark::State& state) {
 }
 BENCHMARK(parse_summary);
 
+// What the hand-written parser stands in for.
+void match_expression(benchmark::State& state) {
+  const std::regex expression(
+      "^(FT[48]|JS8(?:-FAST|-TURBO|-SLOW)?|WSPR) ([0-9]{6}_[0-9]{6}) ([0-9]+\\.[0-9]+) MHz: ([0-9]+) spots(?:; "
+      "callsigns=([A-Za-z0-9/,]*))?$");
+  each_line(state, [&expression](const std::string& line) {
+    std::smatch match;
+    return std::regex_match(line, match, expression);
+  });
+}
+BENCHMARK(match_expression);
+
+// The share of the source in each figure above.
 void restamp_alone(benchmark::State& state) {
   each_line(state, [](const std::string& line) { return line.size(); });
 }
