@@ -61,8 +61,7 @@ Capture fit_whole_spectrum(const CaptureSettings& settings, const CaptureNeeds& 
   if (!needs.all.empty() && needs.all.high > 0.9 * nyquist(settings))
     throw CaptureFitError(fmt::format("RX-888 coverage \"all\" reaches {} MHz; this selection goes higher",
                                       settings.half_rate ? "28.8" : "57.6"));
-  const double rate = 0.5 * adc_clock(settings.half_rate);
-  return {0.45 * nyquist(settings), rate, rate};
+  return {0.45 * nyquist(settings), 0.5 * adc_clock(settings.half_rate), nyquist(settings)};
 }
 
 /// The smallest output rate that holds the needs. The ADC's clock divides by powers of two, and the host takes no more
