@@ -16,7 +16,7 @@ if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(tarnwick_flags INTERFACE -fpch-preprocess)
   # GCC 12 sees null dereferences, overlaps and overruns inside its own std::string at -O2 and above.
   target_compile_options(tarnwick_flags INTERFACE -Wno-null-dereference -Wno-restrict -Wno-stringop-overflow
-                         -Wno-array-bounds)
+                         -Wno-stringop-overread -Wno-array-bounds)
 endif()
 if(TARNWICK_SANITIZE)
   target_compile_options(tarnwick_flags INTERFACE -fsanitize=${TARNWICK_SANITIZE} -fno-omit-frame-pointer

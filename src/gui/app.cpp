@@ -65,8 +65,7 @@ void App::open() {
     session_->restore();
   else
     open_profile(setup_.config_path);
-  settings_page_->show(session_->profile());
-  refresh();
+  show_profile();
   report("Ready. Start reception explicitly; no receiver or reporting is started by opening this window.");
   if (const auto note = host::report_crash(setup_.state_directory)) warn(*note);
   if (const auto note = session_->take_unreadable_note())
@@ -105,7 +104,16 @@ void App::open_profile(const std::string& path) {
   } catch (const std::exception& error) {
     return show_error(error.what());
   }
+  show_profile();
+}
+
+// What the controls add to a sparse profile is no edit: the fingerprint is that of the profile as they hold it.
+void App::show_profile() {
   settings_page_->show(session_->profile());
+  options::Profile profile = session_->profile();
+  settings_page_->read(profile);
+  session_->set_profile(profile);
+  session_->store_fingerprint();
   refresh();
 }
 

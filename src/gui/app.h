@@ -97,6 +97,7 @@ class App {
   SettingsSurroundings settings_surroundings();
   [[nodiscard]] options::SessionPlace session_place() const;
 
+  void show_profile();
   void settings_edited();
   void plan_selection();
   void show_plan();
