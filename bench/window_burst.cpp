@@ -9,6 +9,8 @@
 #include <stdlib.h>
 #include <string>
 
+#include <fmt/format.h>
+
 #include "base/file_write.h"
 #include "base/numbers.h"
 #include "gui/app.h"
@@ -105,7 +107,7 @@ int main(int argc, char** argv) {
     turn([&] { return app.activity().total_decodes() >= expected; });
     const double seconds = static_cast<double>(g_get_monotonic_time() - start) / G_USEC_PER_SEC;
     const double after = resident_megabytes();
-    turn([&] { return g_get_monotonic_time() - start > (seconds + 2) * G_USEC_PER_SEC; });
+    turn([&] { return static_cast<double>(g_get_monotonic_time() - start) > (seconds + 2) * G_USEC_PER_SEC; });
     fmt::print(
         "{} engines x {} lines: {:.2f} s, {:.0f} lines/s, longest iteration {:.1f} ms, memory {:.1f} -> {:.1f} MB\n",
         engines, lines, seconds, static_cast<double>(expected) / seconds,

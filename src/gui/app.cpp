@@ -173,14 +173,20 @@ void App::session_ended() {
 }
 
 void App::apply_and_save() {
+  const bool differed = session_->differs();
   try {
     session_->save();
     session_->save_opened();
-    session_->store_fingerprint();
-    if (receiving()) report("Settings saved. Running receivers keep theirs until they are started again.");
   } catch (const std::exception& error) {
-    show_error(fmt::format("Could not save session settings: {}", error.what()));
+    return show_error(fmt::format("Could not save session settings: {}", error.what()));
   }
+  session_->store_fingerprint();
+  if (!receiving())
+    report("Settings saved. The receivers use them when they start.");
+  else if (differed)
+    report("Settings saved. Running receivers keep theirs until they are started again.");
+  else
+    report("Settings saved; the running receivers already use them.");
   refresh();
 }
 

@@ -182,6 +182,43 @@ TEST_F(StationTest, StartsByItselfWhenTheOperatorChoseSo) {
   EXPECT_THAT(program_log(), HasSubstr("Starting the receivers (start when Tarnwick opens)."));
 }
 
+TEST_F(StationTest, AnEditIsSavedByItselfAndApplyAndSaveWritesTheOpenedFileToo) {
+  const std::string opened = two_receivers();
+  open(opened);
+  GtkWidget* apply = find_button(window(), "Apply and Save");
+  const auto primary = [apply] {
+    return gtk_style_context_has_class(gtk_widget_get_style_context(apply), "primary") != FALSE;
+  };
+  EXPECT_FALSE(primary()) << "opening a profile is no edit";
+  GtkWidget* callsign = find_labelled(window(), "Callsign");
+  ASSERT_NE(callsign, nullptr);
+  gtk_entry_set_text(GTK_ENTRY(callsign), "M0NEW");
+  EXPECT_TRUE(primary());
+  const std::string session = setup_.config_directory + "/session.conf";
+  ASSERT_TRUE(turn_until([&] { return std::filesystem::exists(session); }, 3)) << "no autosave";
+  EXPECT_THAT(base::read_file(session), HasSubstr("callsign = 'M0NEW'"));
+  EXPECT_THAT(base::read_file(opened), ::testing::Not(HasSubstr("M0NEW")));
+  press("Apply and Save");
+  EXPECT_FALSE(primary());
+  EXPECT_THAT(base::read_file(opened), HasSubstr("callsign = 'M0NEW'"));
+  EXPECT_THAT(program_log(), HasSubstr("Settings saved. The receivers use them when they start."));
+  close_app();
+  open();
+  EXPECT_THAT(program_log(), HasSubstr("Configuration restored: " + session));
+  EXPECT_FALSE(
+      gtk_style_context_has_class(gtk_widget_get_style_context(find_button(window(), "Apply and Save")), "primary"));
+}
+
+TEST_F(StationTest, SettingsThatCannotBeReadAreKeptAsideAndTold) {
+  const std::string session = setup_.config_directory + "/session.conf";
+  base::replace_file(session, "gui-format = multi-receiver-v1\nreceiver.ZZZ.future = 1\n");
+  open();
+  ASSERT_NE(shown_dialog(), nullptr);
+  EXPECT_THAT(dialog_text(shown_dialog()), HasSubstr("The file is kept as " + session + ".unreadable"));
+  answer(GTK_RESPONSE_CLOSE);
+  EXPECT_EQ(base::read_file(session + ".unreadable"), base::read_file(session));
+}
+
 TEST_F(StationTest, AnUnwritableStateDirectoryIsSaidAndLeavesTheWindowUsable) {
   std::filesystem::create_directories(directory_ + "/state");
   write("state/tarnwick", "a file where the directory should be");

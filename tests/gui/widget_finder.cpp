@@ -34,6 +34,13 @@ GtkWidget* find_button(GtkWidget* root, const std::string& text) {
   return found.empty() ? nullptr : found.front();
 }
 
+GtkWidget* find_labelled(GtkWidget* root, const std::string& label) {
+  for (GtkWidget* widget : find_all(root, [](GtkWidget* w) { return GTK_IS_LABEL(w); }))
+    if (gtk_label_get_text(GTK_LABEL(widget)) == label)
+      if (GtkWidget* control = gtk_label_get_mnemonic_widget(GTK_LABEL(widget))) return control;
+  return nullptr;
+}
+
 std::vector<std::string> visible_texts(GtkWidget* root) {
   std::vector<std::string> texts;
   for (GtkWidget* widget : find_all(root, [](GtkWidget* w) { return GTK_IS_LABEL(w) && gtk_widget_is_visible(w); }))

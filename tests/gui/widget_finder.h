@@ -13,6 +13,8 @@ namespace testing_gui {
 std::vector<GtkWidget*> find_all(GtkWidget* root, const std::function<bool(GtkWidget*)>& fits);
 /// The first button with this label or accessible name; null if there is none.
 GtkWidget* find_button(GtkWidget* root, const std::string& text);
+/// The control that this label names; null if there is none.
+GtkWidget* find_labelled(GtkWidget* root, const std::string& label);
 /// The texts of all visible labels below `root`.
 std::vector<std::string> visible_texts(GtkWidget* root);
 /// The top-level message dialog that is shown now, null if there is none.
