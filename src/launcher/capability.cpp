@@ -18,7 +18,7 @@ using options::ReceiverProfile;
 /// A receiver's own value, which may be an empty one over a common value, before the common one.
 std::string setting_of(const Profile& common, const ReceiverProfile& receiver, const char* key) {
   const auto own = receiver.settings.find(key);
-  return own != receiver.settings.end() ? own->second : value_or(common, key, "");
+  return std::string(own != receiver.settings.end() ? own->second : value_or(common, key, ""));
 }
 
 /// What mode audio listens to. It says nothing about the receiver and is refused beside bands.

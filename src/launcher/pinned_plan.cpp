@@ -68,7 +68,7 @@ ReceiverLaunch make_launch(std::string name, std::string model, Profile profile)
 
 // For a receiver whose model is not known yet.
 std::string family_name(const Profile& profile) {
-  const std::string backend = value_or(profile, "backend", "sdrplay");
+  const std::string_view backend = value_or(profile, "backend", "sdrplay");
   return backend == "rx888" ? "RX-888" : backend == "rtl-sdr" ? "RTL-SDR" : "RSP";
 }
 
@@ -95,7 +95,7 @@ struct Load {
 std::map<std::string, Load> distribute(const options::Station& station,
                                        const std::vector<const ReceiverProfile*>& ticked) {
   std::map<std::string, Load> loads;
-  const std::string bands = value_or(station.common, "bands", "");
+  const std::string_view bands = value_or(station.common, "bands", "");
   if (!bands.empty())
     for (const auto band : base::split(bands, ','))
       loads[carrier_of(normalise_band(band), station, ticked)].bands.emplace_back(band);

@@ -70,9 +70,9 @@ Profile receiver_overlay(const Profile& common, const ReceiverProfile& receiver)
   return profile;
 }
 
-std::string value_or(const Profile& profile, const char* key, const char* fallback) {
+std::string_view value_or(const Profile& profile, const char* key, const char* fallback) {
   const auto found = profile.find(key);
-  return found == profile.end() ? fallback : found->second;
+  return found == profile.end() ? std::string_view(fallback) : std::string_view(found->second);
 }
 
 bool is_consumer_key(std::string_view key) {

@@ -11,8 +11,8 @@ namespace launcher {
 /// std::runtime_error for a setting that is no receiver's and for an unknown backend.
 options::Profile receiver_overlay(const options::Profile& common, const options::ReceiverProfile& receiver);
 
-/// The value of a key, or another one when it is missing.
-std::string value_or(const options::Profile& profile, const char* key, const char* fallback);
+/// The value of a key, as it stands in the profile, or another one when it is missing.
+std::string_view value_or(const options::Profile& profile, const char* key, const char* fallback);
 
 /// Whether a key is a listening or an analysis channel: "audio.{id}" or "analysis.{id}".
 bool is_consumer_key(std::string_view key);
