@@ -20,10 +20,13 @@ constexpr std::size_t lines_per_flush = 250;
 std::string shortened(std::string line) {
   if (line.size() <= LogBuffer::longest_line) return line;
   const std::size_t whole = line.size();
-  const char* start = line.data();
-  const char* cut = g_utf8_find_prev_char(start, start + LogBuffer::longest_line + 1);
-  line.resize(static_cast<std::size_t>(cut - start));
-  return line + fmt::format(" … ({} bytes)", whole);
+  std::size_t cut = LogBuffer::longest_line;
+  // Not inside a character of several bytes.
+  while (cut > 0 && (static_cast<unsigned char>(line[cut]) & 0xC0) == 0x80)
+    --cut;
+  line.resize(cut);
+  line += fmt::format(" … ({} bytes)", whole);
+  return line;
 }
 
 }  // namespace
