@@ -154,6 +154,7 @@ void App::launch_session(std::vector<launcher::ReceiverLaunch> planned) {
 
 void App::undo_start(const std::string& reason) {
   supervisor_->stop_receivers();
+  stop_asked_ = receiving();
   if (!receiving()) gui_log_.close();
   show_error(reason);
   refresh();
