@@ -2,8 +2,15 @@
 #pragma once
 
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
+
+#include "launcher/capture/capture.h"
+
+namespace options {
+struct ReceiverOptions;
+}
 
 namespace launcher {
 
@@ -25,6 +32,9 @@ struct ReceiverLaunch {
   std::string decode_path;                     ///< ALL.TXT of this receiver
   bool virtual_audio = false;                  ///< it feeds the standard virtual decoder input
   std::string sink;                            ///< its custom audio sink, empty for none
+  std::vector<std::string> groups;  ///< what it carries, in order of frequency: "20", "@voice1", a typed frequency
+  Capture capture;                  ///< in Hz; all zero in mode audio
+  std::shared_ptr<const options::ReceiverOptions> options;  ///< the profile as read; null in a launch made by hand
 
   /// "{model} · {name}": the key of lines, cards and journals.
   [[nodiscard]] std::string label() const { return model + " · " + name; }
