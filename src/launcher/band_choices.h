@@ -21,7 +21,7 @@ struct BandChoice {
   std::string reason;    ///< why it may not be ticked, or what keeps a ticked one from being placed; else empty
   std::string assigned;  ///< the serial that it is pinned to, listed or not; empty is Automatic
   std::string carrier;   ///< the serial of the receiver that carries it; empty without a plan
-  bool operator==(const BandChoice&) const = default;
+  std::optional<PlanError> refusal;  ///< what stands against adding it to a selection that can be placed
 };
 
 /// One ticked receiver, in ascending order of serial.

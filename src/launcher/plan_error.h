@@ -10,6 +10,7 @@ namespace launcher {
 
 /// What keeps a selection from being placed. The values are part of what tarnwick-inspect answers.
 enum class PlanCode : std::uint8_t {
+  other = 0,              ///< settings that no placement could cure
   no_receiver = 1,        ///< none ticked
   nothing_selected = 2,   ///< no band, frequency or listening channel
   no_mode = 3,            ///< none ticked

@@ -23,8 +23,8 @@ struct LaunchChannel {
 
 /// One receiver of a plan: its expanded single-receiver profile and what reading that gave.
 struct ReceiverLaunch {
-  std::string name;   ///< the serial; the key of all per-receiver maps
-  std::string model;  ///< "RSPdx"
+  std::string name;                            ///< the serial; the key of all per-receiver maps
+  std::string model;                           ///< "RSPdx"
   std::map<std::string, std::string> profile;  ///< what the engine gets, as key = value lines
   std::string control_path;                    ///< its control socket, filled at the start
   std::vector<LaunchChannel> channels;         ///< empty when it only carries audio

@@ -47,13 +47,8 @@ void put_settings(Profile& profile, const Profile& settings) {
 void clean_up_for_family(Profile& profile, const std::string& serial) {
   const auto family = parse_family(value_or(profile, "backend", "sdrplay"));
   if (!family) throw std::runtime_error("Unsupported receiver backend");
-  if (family != Family::rx888) remove_keys(profile, rx888_keys);
-  if (family != Family::rtl_sdr) remove_keys(profile, rtl_keys);
-  if (family != Family::sdrplay) remove_keys(profile, sdrplay_keys);
-  if (family == Family::rx888)
-    remove_keys(profile, not_for_rx888);
-  else
-    profile["serial"] = serial;
+  profile = without_foreign_keys(std::move(profile), *family);
+  if (family != Family::rx888) profile["serial"] = serial;
 }
 
 }  // namespace
@@ -67,6 +62,14 @@ Profile receiver_overlay(const Profile& common, const ReceiverProfile& receiver)
   profile["daemon"] = "false";
   if (!receiver.spot) profile["spot"] = "off";
   if (!receiver.share) profile["share"] = "off";
+  return profile;
+}
+
+Profile without_foreign_keys(Profile profile, Family family) {
+  if (family != Family::rx888) remove_keys(profile, rx888_keys);
+  if (family != Family::rtl_sdr) remove_keys(profile, rtl_keys);
+  if (family != Family::sdrplay) remove_keys(profile, sdrplay_keys);
+  if (family == Family::rx888) remove_keys(profile, not_for_rx888);
   return profile;
 }
 

@@ -1,6 +1,7 @@
 // A station's common settings as one of its receivers has them. Pure; any thread.
 #pragma once
 
+#include "launcher/capture/capture.h"
 #include "options/station.h"
 
 namespace launcher {
@@ -10,6 +11,9 @@ namespace launcher {
 /// analysis channels, the number of decoders. Ready to be given what the receiver is to carry. Throws
 /// std::runtime_error for a setting that is no receiver's and for an unknown backend.
 options::Profile receiver_overlay(const options::Profile& common, const options::ReceiverProfile& receiver);
+
+/// A profile without the keys that only the engines of other families take.
+options::Profile without_foreign_keys(options::Profile profile, Family family);
 
 /// The value of a key, as it stands in the profile, or another one when it is missing.
 std::string_view value_or(const options::Profile& profile, const char* key, const char* fallback);

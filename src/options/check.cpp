@@ -54,4 +54,25 @@ void check(ReceiverOptions& options) {
     if (reception || step.wanted == For::everything) step.run(options);
 }
 
+UnfittedCheck check_but_fit(ReceiverOptions& options) {
+  UnfittedCheck result;
+  bool asked = false;
+  for (const Step& step : order)
+    try {
+      if (step.run != steps::fit_channels) {
+        step.run(options);
+        continue;
+      }
+      steps::judge_frequencies(options);
+      result.settings = steps::capture_settings(options);
+      result.needs = steps::capture_needs(options);
+      asked = true;
+    } catch (const std::exception& error) {
+      if (!asked) throw;
+      result.refused_later = error.what();
+      break;
+    }
+  return result;
+}
+
 }  // namespace options

@@ -14,6 +14,23 @@ namespace {
 
 constexpr std::size_t listening_limit = 16;
 
+bool is_start_time(std::string_view text) {
+  if (text.size() != 15 || text[8] != '_') return false;
+  const auto field = [&](std::size_t from, std::size_t length) {
+    const auto value = base::parse_unsigned(text.substr(from, length));
+    return value ? static_cast<int>(*value) : -1;
+  };
+  return base::utc_seconds(field(0, 4), field(4, 2), field(6, 2), field(9, 2), field(11, 2), field(13, 2)).has_value();
+}
+
+template <typename Channel>
+std::size_t enabled_count(const std::vector<Channel>& channels) {
+  return static_cast<std::size_t>(
+      std::count_if(channels.begin(), channels.end(), [](const Channel& channel) { return channel.enabled; }));
+}
+
+}  // namespace
+
 void judge_frequencies(const ReceiverOptions& options) {
   const Reception& reception = options.reception;
   const auto receivable = [](double hz) { return hz >= 1000 && hz <= 2e9; };
@@ -47,26 +64,7 @@ launcher::CaptureNeeds capture_needs(const ReceiverOptions& options) {
   return needs;
 }
 
-bool is_start_time(std::string_view text) {
-  if (text.size() != 15 || text[8] != '_') return false;
-  const auto field = [&](std::size_t from, std::size_t length) {
-    const auto value = base::parse_unsigned(text.substr(from, length));
-    return value ? static_cast<int>(*value) : -1;
-  };
-  return base::utc_seconds(field(0, 4), field(4, 2), field(6, 2), field(9, 2), field(11, 2), field(13, 2)).has_value();
-}
-
-template <typename Channel>
-std::size_t enabled_count(const std::vector<Channel>& channels) {
-  return static_cast<std::size_t>(
-      std::count_if(channels.begin(), channels.end(), [](const Channel& channel) { return channel.enabled; }));
-}
-
-}  // namespace
-
-void fit_channels(ReceiverOptions& options) {
-  if (!options.wideband()) return;
-  judge_frequencies(options);
+launcher::CaptureSettings capture_settings(const ReceiverOptions& options) {
   const bool replay = !options.files.iq_file.empty();
   launcher::CaptureSettings settings;
   settings.family = options.reception.family;
@@ -76,7 +74,13 @@ void fit_channels(ReceiverOptions& options) {
   settings.half_rate = options.rx888.rate == "half";
   settings.whole_spectrum = options.rx888.coverage == "all";
   settings.ppm = options.hardware.ppm;
-  options.capture = launcher::fit_capture(settings, capture_needs(options));
+  return settings;
+}
+
+void fit_channels(ReceiverOptions& options) {
+  if (!options.wideband()) return;
+  judge_frequencies(options);
+  options.capture = launcher::fit_capture(capture_settings(options), capture_needs(options));
   options.reception.center_frequency = options.capture.center;
 }
 

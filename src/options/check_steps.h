@@ -34,6 +34,9 @@ void judge_reporting(ReceiverOptions& options);
 
 // Where it is captured (check_capture.cpp)
 void fit_channels(ReceiverOptions& options);
+void judge_frequencies(const ReceiverOptions& options);
+launcher::CaptureSettings capture_settings(const ReceiverOptions& options);
+launcher::CaptureNeeds capture_needs(const ReceiverOptions& options);
 void judge_replay(ReceiverOptions& options);
 void refuse_audio_mode_options(ReceiverOptions& options);
 void judge_listening_channels(ReceiverOptions& options);

@@ -88,9 +88,14 @@ ReceiverOptions parse(const std::vector<std::string_view>& arguments) {
   return options;
 }
 
-ReceiverOptions check_profile(const Profile& profile) {
+ReceiverOptions scan_profile(const Profile& profile) {
   ReceiverOptions options;
   apply_profile(options, profile);
+  return options;
+}
+
+ReceiverOptions check_profile(const Profile& profile) {
+  ReceiverOptions options = scan_profile(profile);
   check(options);
   return options;
 }

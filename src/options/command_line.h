@@ -21,6 +21,9 @@ ReceiverOptions parse(const std::vector<std::string_view>& arguments);
 /// Judges a single-receiver profile as if each of its lines stood on the command line, in map order.
 ReceiverOptions check_profile(const Profile& profile);
 
+/// The same, but nothing is judged beyond the scan of each value.
+ReceiverOptions scan_profile(const Profile& profile);
+
 /// What `--help` prints, ended by a line feed.
 std::string help_text(std::string_view program);
 

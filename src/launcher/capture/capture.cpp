@@ -30,25 +30,14 @@ double idle_center() {
   return 0;
 }
 
-double automatic_center(const CaptureNeeds& needs) {
-  return needs.all.empty() ? idle_center() : 0.5 * (needs.all.low + needs.all.high) + center_offset;
-}
-
-Capture fit_tuner(const CaptureSettings& settings, const CaptureNeeds& needs) {
-  Capture capture{settings.center != 0 ? settings.center : automatic_center(needs), settings.sample_rate,
-                  settings.sample_rate};
+Capture aim_tuner(const CaptureSettings& settings, const CaptureNeeds& needs) {
+  const double automatic =
+      needs.all.empty() ? idle_center() : launcher::automatic_center(needs.all.low, needs.all.high);
+  Capture capture{settings.center != 0 ? settings.center : automatic, settings.sample_rate, settings.sample_rate};
   if (settings.family == Family::sdrplay) {
     const double filter = sdrplay_filter_bandwidth(settings.sample_rate);
     capture.filter_bandwidth = settings.replay ? std::min(filter, settings.sample_rate) : filter;
   }
-  if (!fits(needs.decoders, capture))
-    throw CaptureFitError(
-        "Decoder channels do not fit the usable capture bandwidth; increase --sample-rate, change --center-frequency, "
-        "or use closer frequencies");
-  if (!fits(needs.all, capture))
-    throw CaptureFitError(
-        "The bands do not fit the usable capture bandwidth; increase --sample-rate, change --center-frequency, or tick "
-        "closer bands");
   return capture;
 }
 
@@ -57,16 +46,14 @@ double nyquist(const CaptureSettings& settings) {
   return 0.5 * adc_clock(settings.half_rate) * (1 + settings.ppm / 1e6);
 }
 
-Capture fit_whole_spectrum(const CaptureSettings& settings, const CaptureNeeds& needs) {
-  if (!needs.all.empty() && needs.all.high > 0.9 * nyquist(settings))
-    throw CaptureFitError(fmt::format("RX-888 coverage \"all\" reaches {} MHz; this selection goes higher",
-                                      settings.half_rate ? "28.8" : "57.6"));
-  return {0.45 * nyquist(settings), 0.5 * adc_clock(settings.half_rate), nyquist(settings)};
+std::optional<Capture> whole_spectrum(const CaptureSettings& settings, const CaptureNeeds& needs) {
+  if (!needs.all.empty() && needs.all.high > 0.9 * nyquist(settings)) return std::nullopt;
+  return Capture{0.45 * nyquist(settings), 0.5 * adc_clock(settings.half_rate), nyquist(settings)};
 }
 
 /// The smallest output rate that holds the needs. The ADC's clock divides by powers of two, and the host takes no more
 /// than 32 MS/s (and a clock's error) of a sized capture.
-Capture fit_sized(const CaptureSettings& settings, const CaptureNeeds& needs) {
+std::optional<Capture> sized_capture(const CaptureSettings& settings, const CaptureNeeds& needs) {
   constexpr double least_rate = 8e6, most_rate = 32000320;
   const double edge = nyquist(settings);
   const double low = needs.all.empty() ? settings.center : needs.all.low;
@@ -80,11 +67,24 @@ Capture fit_sized(const CaptureSettings& settings, const CaptureNeeds& needs) {
     const double center =
         settings.center != 0 ? settings.center : std::max(half, std::min(0.5 * (low + high), edge - half));
     const bool inside = half - 1 <= center && center <= edge - half + 1;
-    if (inside && half >= std::max(high - center, center - low)) return {center, rate, bandwidth};
+    if (inside && half >= std::max(high - center, center - low)) return Capture{center, rate, bandwidth};
   }
-  throw CaptureFitError(
-      fmt::format("RX-888 cannot fit this selection in one capture: at the {}, and at most 28.8 MHz of it at once",
-                  settings.half_rate ? "half ADC rate it covers 0-32 MHz" : "full ADC rate it covers 0-64 MHz"));
+  return std::nullopt;
+}
+
+/// Why find_capture found nothing.
+std::string misfit_reason(const CaptureSettings& settings, const CaptureNeeds& needs) {
+  if (settings.family != Family::rx888)
+    return fits(needs.decoders, aim_tuner(settings, needs))
+               ? "The bands do not fit the usable capture bandwidth; increase --sample-rate, change "
+                 "--center-frequency, or tick closer bands"
+               : "Decoder channels do not fit the usable capture bandwidth; increase --sample-rate, change "
+                 "--center-frequency, or use closer frequencies";
+  if (settings.whole_spectrum)
+    return fmt::format("RX-888 coverage \"all\" reaches {} MHz; this selection goes higher",
+                       settings.half_rate ? "28.8" : "57.6");
+  return fmt::format("RX-888 cannot fit this selection in one capture: at the {}, and at most 28.8 MHz of it at once",
+                     settings.half_rate ? "half ADC rate it covers 0-32 MHz" : "full ADC rate it covers 0-64 MHz");
 }
 
 }  // namespace
@@ -124,9 +124,21 @@ double adc_clock(bool half_rate) {
   return half_rate ? 64e6 : 128e6;
 }
 
+double automatic_center(double low, double high) {
+  return 0.5 * (low + high) + center_offset;
+}
+
+std::optional<Capture> find_capture(const CaptureSettings& settings, const CaptureNeeds& needs) {
+  if (settings.family == Family::rx888)
+    return settings.whole_spectrum ? whole_spectrum(settings, needs) : sized_capture(settings, needs);
+  const Capture capture = aim_tuner(settings, needs);
+  // What holds everything holds the decoders.
+  return fits(needs.all, capture) ? std::optional(capture) : std::nullopt;
+}
+
 Capture fit_capture(const CaptureSettings& settings, const CaptureNeeds& needs) {
-  if (settings.family != Family::rx888) return fit_tuner(settings, needs);
-  return settings.whole_spectrum ? fit_whole_spectrum(settings, needs) : fit_sized(settings, needs);
+  if (const auto capture = find_capture(settings, needs)) return *capture;
+  throw CaptureFitError(misfit_reason(settings, needs));
 }
 
 }  // namespace launcher

@@ -73,11 +73,16 @@ options::Passband listened_span(const BandPreset& band, double bandwidth);
 
 /// The SDRplay tuner's filter for a sample rate: the widest that is not wider than the rate.
 double sdrplay_filter_bandwidth(double sample_rate);
+/// Where a capture from `low` to `high` is centred when nothing else decides: beside the middle, to keep the receiver's
+/// own carrier off it.
+double automatic_center(double low, double high);
 /// The RX-888's ADC clock without its error.
 double adc_clock(bool half_rate);
 
-/// The capture for these needs, its centre chosen where it is automatic. Without any needs it lies where an idle
-/// receiver waits. Throws CaptureFitError when it cannot hold them.
+/// The capture for these needs, its centre chosen where it is automatic; nullopt when there is none. Without any needs
+/// it lies where an idle receiver waits.
+std::optional<Capture> find_capture(const CaptureSettings& settings, const CaptureNeeds& needs);
+/// The same, but throws CaptureFitError with the reason.
 Capture fit_capture(const CaptureSettings& settings, const CaptureNeeds& needs);
 
 }  // namespace launcher

@@ -1,0 +1,168 @@
+#include "launcher/plan_words.h"
+
+#include <algorithm>
+
+#include <fmt/format.h>
+
+#include "base/text.h"
+#include "launcher/planner.h"
+#include "launcher/setting_names.h"
+
+namespace launcher {
+namespace {
+
+using options::Station;
+
+/// A cure that was not proven by the diagnosis is tried before it is offered.
+bool plans_with(const Station& station, const PlanFix& fix) {
+  try {
+    (void)plan(apply_fix(station, fix));
+    return true;
+  } catch (const std::exception&) {
+    return false;
+  }
+}
+
+PlanFix pin_fix(const std::string& group, const Station& station) {
+  PlanFix fix;
+  fix.kind = PlanFix::Kind::pin;
+  fix.label = fmt::format("Set {} to Automatic", group_name(group, station));
+  fix.group = group;
+  return fix;
+}
+
+PlanFix setting_fix(const std::string& serial, const std::string& key) {
+  PlanFix fix;
+  fix.kind = PlanFix::Kind::receiver_setting;
+  fix.label = key == "sample-rate" ? fmt::format("Set {} to Automatic", setting_name(key))
+                                   : fmt::format("Clear {}", setting_name(key));
+  fix.serial = serial;
+  fix.key = key;
+  return fix;
+}
+
+PlanFix open_tab(PlanFix::Kind kind, const char* label) {
+  PlanFix fix;
+  fix.kind = kind;
+  fix.label = label;
+  return fix;
+}
+
+PlanFix unusable_fix(const PlanError& error, const Station& station) {
+  const PlanFix clear = setting_fix(error.serial, error.key);
+  if (error.key == "bandwidth" && plans_with(station, clear)) return clear;
+  return open_tab(PlanFix::Kind::open_sdr_config, "Open SDR Config");
+}
+
+/// "{reason}" of "20m does not fit: {reason}. Clear …": what several bands can have in common.
+std::string common_reason(const BandChoice& band) {
+  const std::string name = band_display_name(band.band);
+  std::string reason = band.reason;
+  for (const std::string& head : {name + " does not fit: ", name + " is out of reach: "})
+    if (reason.starts_with(head)) reason.erase(0, head.size());
+  if (!band.refusal || band.refusal->code == PlanCode::capacity) return reason;
+  // The advice is the last sentence of a text in one line.
+  const auto advice = reason.rfind(". ");
+  if (advice != std::string::npos && reason.find('\n') == std::string::npos) reason.erase(advice + 1);
+  return reason;
+}
+
+std::vector<std::string> refused_lines(const BandChoices& choices) {
+  struct Refused {
+    std::vector<std::string> bands;
+    std::string reason;
+  };
+  std::vector<Refused> groups;
+  for (const BandChoice& band : choices.bands) {
+    if (band.ticked || band.allowed) continue;
+    const std::string reason = common_reason(band);
+    auto same =
+        std::find_if(groups.begin(), groups.end(), [&](const Refused& group) { return group.reason == reason; });
+    if (same == groups.end()) same = groups.insert(groups.end(), {{}, reason});
+    same->bands.push_back(band_display_name(band.band));
+  }
+  std::vector<std::string> lines;
+  for (const Refused& group : groups)
+    lines.push_back(fmt::format("{} cannot be added: {}", base::enumerate(group.bands, "and"), group.reason));
+  return lines;
+}
+
+}  // namespace
+
+std::optional<PlanFix> plan_fix(const PlanError& error, const Station& station) {
+  switch (error.code) {
+    case PlanCode::unusable_receiver:
+      return unusable_fix(error, station);
+    case PlanCode::narrowed_capture:
+      if (error.key.empty()) return std::nullopt;
+      return setting_fix(error.serial, error.key);
+    case PlanCode::assignment:
+      if (error.serial.empty()) return std::nullopt;
+      return pin_fix(error.band, station);
+    case PlanCode::consumers:
+      return open_tab(PlanFix::Kind::open_audio_receivers, "Open Audio Receivers");
+    default:
+      return std::nullopt;
+  }
+}
+
+std::optional<PlanFix> choices_fix(const BandChoices& choices, const Station& station) {
+  if (choices.error) return plan_fix(*choices.error, station);
+  for (const BandChoice& band : choices.bands) {
+    if (!band.refusal) continue;
+    if (auto fix = plan_fix(*band.refusal, station)) return fix;
+  }
+  for (const PlanNote& note : choices.notes)
+    return note.band.starts_with('@') ? open_tab(PlanFix::Kind::open_audio_receivers, "Open Audio Receivers")
+                                      : pin_fix(note.band, station);
+  return std::nullopt;
+}
+
+Station apply_fix(Station station, const PlanFix& fix) {
+  if (fix.kind == PlanFix::Kind::pin) station.assignments.erase(fix.group);
+  if (fix.kind != PlanFix::Kind::receiver_setting) return station;
+  for (options::ReceiverProfile& receiver : station.receivers) {
+    if (receiver.serial != fix.serial) continue;
+    // An empty value of its own takes a common one away.
+    if (station.common.contains(fix.key))
+      receiver.settings[fix.key].clear();
+    else
+      receiver.settings.erase(fix.key);
+  }
+  return station;
+}
+
+std::vector<std::string> notice_lines(const BandChoices& choices) {
+  std::vector<std::string> lines;
+  if (choices.error)
+    lines.push_back(choices.error->text());
+  else
+    lines = refused_lines(choices);
+  for (const PlanNote& note : choices.notes)
+    lines.push_back(note.text);
+  if (!lines.empty()) return lines;
+  const auto used = std::count_if(choices.receivers.begin(), choices.receivers.end(),
+                                  [](const ReceiverChoice& receiver) { return !receiver.groups.empty(); });
+  return {fmt::format("Ready. Selected bands fit {} receiver{}.", used, used == 1 ? "" : "s")};
+}
+
+std::string band_tooltip(const BandChoice& band, const BandChoices& choices) {
+  if (!band.reason.empty()) return band.reason;
+  const auto carrier = std::find_if(choices.receivers.begin(), choices.receivers.end(),
+                                    [&](const ReceiverChoice& receiver) { return receiver.serial == band.carrier; });
+  if (band.carrier.empty() || carrier == choices.receivers.end()) return {};
+  return fmt::format("{} is on {} ({}).", band_display_name(band.band), carrier->label,
+                     band.assigned == band.carrier ? "assigned" : "automatic");
+}
+
+std::string group_name(const std::string& group, const Station& station) {
+  if (group.starts_with('@')) {
+    const std::string id = group.substr(1);
+    return (station.common.contains("analysis." + id) && !station.common.contains("audio." + id) ? "analysis channel "
+                                                                                                 : "audio receiver ") +
+           id;
+  }
+  return find_band(group) != nullptr ? band_display_name(group) : group;
+}
+
+}  // namespace launcher

@@ -1,0 +1,25 @@
+#include "launcher/planner.h"
+
+#include "launcher/placement/memory.h"
+#include "launcher/placement/planner.h"
+#include "launcher/placement/selection.h"
+#include "launcher/receiver_overlay.h"
+
+namespace launcher {
+
+std::vector<ReceiverLaunch> plan(const options::Station& station) {
+  constexpr std::size_t remembered = 128;
+  static Memory<std::vector<ReceiverLaunch>> memory(remembered);
+  return memory.get(station, plan_uncached);
+}
+
+std::vector<ReceiverLaunch> plan_uncached(const options::Station& station) {
+  const Planner planner(station);
+  if (value_or(station.common, "mode", "audio") == "audio") return planner.audio_launch();
+  const GroupTable table(selected_groups(station.common));
+  const std::vector<Mask> placement = solve(planner.slots(), table, planner.pins());
+  if (placement.empty()) throw PlanError(planner.diagnose(table, planner.pins(), -1, {}));
+  return planner.launches(table, placement);
+}
+
+}  // namespace launcher
