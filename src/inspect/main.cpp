@@ -44,6 +44,14 @@ bool asks_help(const std::vector<std::string_view>& words) {
   return std::find(words.begin(), end, "--help") != end;
 }
 
+boost::json::object answer_of(const inspect::Refusal& refusal) {
+  boost::json::object error{{"text", inspect::json_text(refusal.what())}, {"kind", refusal.kind()}};
+  error.insert(refusal.details.begin(), refusal.details.end());
+  boost::json::object answer{{"error", std::move(error)}};
+  answer.insert(refusal.beside.begin(), refusal.beside.end());
+  return answer;
+}
+
 void run(std::vector<std::string_view> words) {
   if (words.empty()) throw inspect::UsageError("a subcommand is needed; --help lists them");
   if (words.front() == "--help") return print_usage();
@@ -61,7 +69,7 @@ int main(int argc, char** argv) try {
     inspect::flush_output();
     return answered;
   } catch (const inspect::Refusal& refusal) {
-    inspect::print_answer({{"error", {{"text", inspect::json_text(refusal.what())}, {"kind", refusal.kind()}}}});
+    inspect::print_answer(answer_of(refusal));
     inspect::flush_output();
     return refused;
   }

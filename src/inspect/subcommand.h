@@ -7,6 +7,8 @@
 #include <stdexcept>
 #include <string_view>
 
+#include <boost/json.hpp>
+
 #include "inspect/arguments.h"
 
 namespace inspect {
@@ -17,6 +19,9 @@ class Refusal : public std::runtime_error {
   /// `kind` is "plan", "capture-fit", "settings", "file" or "input".
   Refusal(const char* kind, const char* text) : std::runtime_error(text), kind_(kind) {}
   [[nodiscard]] const char* kind() const { return kind_; }
+
+  boost::json::object details;  ///< what stands in the error object behind text and kind
+  boost::json::object beside;   ///< what stands in the answer beside the error object
 
  private:
   const char* kind_;

@@ -9,12 +9,15 @@ extern const Subcommand check_subcommand;
 extern const Subcommand gain_subcommand;
 extern const Subcommand known_subcommand;
 extern const Subcommand lines_subcommand;
+extern const Subcommand choices_subcommand;
+extern const Subcommand plan_subcommand;
 extern const Subcommand profile_subcommand;
 extern const Subcommand scale_subcommand;
 
 std::span<const Subcommand* const> subcommands() {
-  static constexpr std::array all{&profile_subcommand, &check_subcommand, &channel_subcommand, &known_subcommand,
-                                  &gain_subcommand,    &lines_subcommand, &scale_subcommand};
+  static constexpr std::array all{&profile_subcommand, &check_subcommand, &channel_subcommand,
+                                  &known_subcommand,   &gain_subcommand,  &plan_subcommand,
+                                  &choices_subcommand, &lines_subcommand, &scale_subcommand};
   return all;
 }
 

@@ -33,7 +33,7 @@ struct ReceiverLaunch {
   bool virtual_audio = false;                  ///< it feeds the standard virtual decoder input
   std::string sink;                            ///< its custom audio sink, empty for none
   std::vector<std::string> groups;  ///< what it carries, in order of frequency: "20", "@voice1", a typed frequency
-  Capture capture;                  ///< in Hz; all zero in mode audio
+  Capture capture;                  ///< in Hz
   std::shared_ptr<const options::ReceiverOptions> options;  ///< the profile as read; null in a launch made by hand
 
   /// "{model} · {name}": the key of lines, cards and journals.

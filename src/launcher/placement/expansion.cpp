@@ -101,6 +101,13 @@ void put_direct_sampling(Profile& profile, const std::string& model) {
       choose_direct_sampling(read.rtl.direct_sampling, dongle_hf_class(model), read.capture, model);
 }
 
+/// Mode audio fits nothing, but its tuner runs all the same: around the one channel.
+Capture audio_capture(const ReceiverOptions& read) {
+  const double rate = read.hardware.sample_rate, dial = read.hardware.frequency;
+  const bool sdrplay = read.reception.family == Family::sdrplay;
+  return {automatic_center(dial, dial), rate, sdrplay ? sdrplay_filter_bandwidth(rate) : rate};
+}
+
 ReceiverLaunch launch_of(const ReceiverProfile& receiver, Profile profile, ReceiverOptions read) {
   ReceiverLaunch launch;
   launch.name = receiver.serial;
@@ -170,9 +177,8 @@ ReceiverLaunch expand(const Profile& common, const ReceiverProfile& receiver, co
     put_direct_sampling(profile, receiver.model);
   ReceiverOptions read = options::check_profile(profile);
   judge_model(read, receiver.model);
-  const double tuned = read.hardware.frequency;
-  const double center = read.wideband() ? read.capture.center : tuned == 0 ? 0 : automatic_center(tuned, tuned);
-  if (center != 0) judge_rf_gain(read, receiver.model, center);
+  if (!read.wideband()) read.capture = audio_capture(read);
+  judge_rf_gain(read, receiver.model, read.capture.center);
   ReceiverLaunch launch = launch_of(receiver, std::move(profile), std::move(read));
   for (std::size_t index = 0; index < groups.size(); ++index)
     if (is_carried(mask, index)) launch.groups.push_back(groups[index].name());
