@@ -21,21 +21,20 @@ PlanError plain_error(const std::exception& error) {
   return {PlanCode::other, *error.what() != '\0' ? error.what() : "Receiver planning failed"};
 }
 
-/// The settings under which an unticked band is judged: where no mode at all is ticked, the first one that the operator
-/// could tick on it.
-Profile for_unticked(const Station& station) {
-  Profile common = station.common;
+/// The station as its unticked bands are judged. Where no mode at all is ticked, nothing could be ticked any more, so
+/// they are judged with the first mode that the operator could tick.
+Station with_some_mode(Station station) {
   try {
-    judge_modes(common);
+    judge_modes(station.common);
   } catch (const PlanError&) {
-    common.erase("modes");
+    station.common.erase("modes");
   }
-  return common;
+  return station;
 }
 
 class Choosing {
  public:
-  explicit Choosing(const Station& station) : station_(station) {
+  explicit Choosing(const Station& station) : station_(station), judged_(with_some_mode(station)) {
     for (std::size_t row = 0; row < band_presets.size(); ++row)
       answer_.bands[row].band = band_presets[row].name;
     for (const std::string& text : selected_bands(station.common))
@@ -50,7 +49,7 @@ class Choosing {
 
   BandChoices choose() {
     try {
-      planner_.emplace(station_);
+      planner_.emplace(judged_);
     } catch (const PlanError& error) {
       answer_.error = error;
     } catch (const std::exception& error) {
@@ -86,10 +85,11 @@ class Choosing {
   bool place_selection();
   void show_placement(const GroupTable& table, const std::vector<Mask>& placement);
   void mark_broken(const GroupTable& table);
-  void judge_unticked(BandChoice& band, const Profile& common);
+  void judge_unticked(BandChoice& band);
   void judge_added(BandChoice& band, Group group);
 
   const Station& station_;
+  const Station judged_;
   BandChoices answer_;
   std::optional<Planner> planner_;
   std::vector<Group> groups_;  ///< of the selection, sorted
@@ -195,9 +195,8 @@ void Choosing::choose_bands() {
   else
     placed_ = answer_.error->code == PlanCode::nothing_selected || answer_.error->code == PlanCode::no_mode;
   if (!placed_) return refuse_unticked("Not available until the ticked bands fit. " + answer_.error->text());
-  const Profile common = for_unticked(station_);
   for (BandChoice& band : answer_.bands)
-    if (!band.ticked) judge_unticked(band, common);
+    if (!band.ticked) judge_unticked(band);
 }
 
 bool Choosing::place_selection() {
@@ -243,7 +242,8 @@ void Choosing::mark_broken(const GroupTable& table) {
   }
 }
 
-void Choosing::judge_unticked(BandChoice& band, const Profile& common) {
+void Choosing::judge_unticked(BandChoice& band) {
+  const Profile& common = judged_.common;
   const auto refuse = [&band](const std::string& reason) { band.reason = reason; };
   if (only_known_frequencies(common) && !has_known_frequency(common, band.band))
     return refuse(missing_known_advice(band.band) + " to use it.");

@@ -54,16 +54,17 @@ PlanFix unusable_fix(const PlanError& error, const Station& station) {
   return open_tab(PlanFix::Kind::open_sdr_config, "Open SDR Config");
 }
 
-/// "{reason}" of "20m does not fit: {reason}. Clear …": what several bands can have in common.
+/// Why the band cannot be added, without what is said of this band alone: what several bands can have in common.
 std::string common_reason(const BandChoice& band) {
   const std::string name = band_display_name(band.band);
+  if (band.refusal && band.refusal->code == PlanCode::capacity) return "another receiver is needed.";
   std::string reason = band.reason;
-  for (const std::string& head : {name + " does not fit: ", name + " is out of reach: "})
-    if (reason.starts_with(head)) reason.erase(0, head.size());
-  if (!band.refusal || band.refusal->code == PlanCode::capacity) return reason;
-  // The advice is the last sentence of a text in one line.
+  for (const auto& [head, kept] :
+       {std::pair(name + " does not fit: ", ""), {name + " is out of reach: ", "out of reach: "}})
+    if (reason.starts_with(head)) reason.replace(0, head.size(), kept);
+  if (!band.refusal) return reason;
   const auto advice = reason.rfind(". ");
-  if (advice != std::string::npos && reason.find('\n') == std::string::npos) reason.erase(advice + 1);
+  if (advice != std::string::npos) reason.erase(advice + 1);
   return reason;
 }
 
