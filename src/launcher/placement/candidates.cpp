@@ -90,17 +90,18 @@ SlotCandidates subset_candidates(SubsetFit& fit, const SubsetTable& subsets, con
 SlotCandidates run_candidates(Slot& slot, const GroupTable& table, const Binding& binding) {
   const bool sdrplay = slot.family() == Family::sdrplay;
   SlotCandidates found;
+  const auto too_wide = [&](Mask mask) { return sdrplay && table.width(mask) > sdrplay_span; };
   const auto take = [&](Mask mask) {
-    if (!(sdrplay && table.width(mask) > sdrplay_span) && slot.fit(table, mask) == FitStatus::fits)
-      found.push_back(mask);
+    if (slot.fit(table, mask) == FitStatus::fits) found.push_back(mask);
   };
-  if (binding.required != 0) take(binding.required);
+  if (binding.required != 0 && !too_wide(binding.required)) take(binding.required);
   for (std::size_t start = 0; start < table.size(); ++start) {
     Mask run = binding.required;
     for (std::size_t group = start; group < table.size(); ++group) {
       const Mask bit = Mask(1) << group;
       if ((bit & binding.others) != 0) continue;
       run |= bit;
+      if (too_wide(run)) break;  // and wider still with every further one
       take(run);
     }
   }

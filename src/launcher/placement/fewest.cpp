@@ -150,21 +150,33 @@ class FewestByRuns : public Fewest {
     std::vector<std::size_t> stride(classes.size.size() + 1, 1);
     for (std::size_t index = 0; index < classes.size.size(); ++index)
       stride[index + 1] = stride[index] * (classes.size[index] + 1);
-    std::vector<unsigned> furthest(stride.back(), 0);
-    for (std::size_t state = 0; state < furthest.size(); ++state) {
+    std::vector<std::uint8_t> furthest(stride.back(), 0);
+    std::vector<unsigned> used(classes.size.size(), 0);
+    for (std::size_t state = 0; state < furthest.size(); ++state, count_up(used, classes.size)) {
       unsigned count = 0;
-      bool pinned_used = true;
-      for (std::size_t index = 0; index < classes.size.size(); ++index) {
-        const std::size_t used = state / stride[index] % (classes.size[index] + 1);
-        count += static_cast<unsigned>(used);
-        const std::size_t slot = classes.example[index];
-        if (candidates.required[slot] != 0 && used < classes.size[index]) pinned_used = false;
-        if (used == 0) continue;
-        const unsigned before = furthest[state - stride[index]];
-        furthest[state] = std::max({furthest[state], before, std::max(before, reach[index][before])});
+      std::uint8_t& end = furthest[state];
+      for (std::size_t index = 0; index < used.size(); ++index) {
+        if (used[index] == 0) continue;
+        count += used[index];
+        const std::uint8_t before = furthest[state - stride[index]];
+        end = std::max({end, before, static_cast<std::uint8_t>(reach[index][before])});
       }
-      if (furthest[state] == end_ && pinned_used && (!for_all_ || count < *for_all_)) for_all_ = count;
+      if (end == end_ && (!for_all_ || count < *for_all_) && uses_pinned(used, candidates, classes)) for_all_ = count;
     }
+  }
+
+  /// The next choice, the first class running quickest.
+  static void count_up(std::vector<unsigned>& used, const std::vector<unsigned>& limits) {
+    for (std::size_t index = 0; index < used.size(); ++index) {
+      if (++used[index] <= limits[index]) return;
+      used[index] = 0;
+    }
+  }
+
+  static bool uses_pinned(const std::vector<unsigned>& used, const Candidates& candidates, const SlotClasses& classes) {
+    for (std::size_t index = 0; index < used.size(); ++index)
+      if (candidates.required[classes.example[index]] != 0 && used[index] < classes.size[index]) return false;
+    return true;
   }
 
   void find_for_rest(const std::vector<std::vector<unsigned>>& reach) {

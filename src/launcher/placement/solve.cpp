@@ -64,11 +64,21 @@ class Search {
   std::unordered_set<std::uint64_t> visited_;              ///< groups are at most 32, and slots fewer
 };
 
+/// Whether each group has a receiver that could take it at all.
+bool reaches_all(const Candidates& candidates, Mask all) {
+  Mask reached = 0;
+  for (const SlotCandidates& sets : candidates.slots)
+    for (const Mask set : sets)
+      reached |= set;
+  return reached == all;
+}
+
 }  // namespace
 
 std::vector<Mask> solve(const Slots& slots, const GroupTable& table, const Pins& pins) {
   if (table.size() == 0) return std::vector<Mask>(slots.size());
   const Candidates candidates = find_candidates(slots, table, pins);
+  if (!reaches_all(candidates, table.all())) return {};
   const SlotClasses classes(candidates);
   const auto fewest = table.size() <= SubsetTable::most_groups ? fewest_by_sets(table.size(), candidates, classes)
                                                                : fewest_by_runs(table.size(), candidates, classes);
