@@ -1,0 +1,49 @@
+#include "gui/config/config_view.h"
+
+#include "launcher/receiver_overlay.h"
+
+namespace gui {
+namespace {
+
+options::ReceiverProfile* find(options::Station& station, const std::string& serial) {
+  for (options::ReceiverProfile& receiver : station.receivers)
+    if (receiver.serial == serial) return &receiver;
+  return nullptr;
+}
+
+}  // namespace
+
+std::map<std::string, PlannedCapture> planned_captures(const std::vector<launcher::ReceiverLaunch>& launches) {
+  std::map<std::string, PlannedCapture> planned;
+  for (const launcher::ReceiverLaunch& launch : launches)
+    planned[launch.name] = {launch.capture.center,
+                            std::string(launcher::value_or(launch.profile, "direct-sampling", ""))};
+  return planned;
+}
+
+options::Station with_setting(options::Station station, const std::string& serial, const std::string& key,
+                              const std::string& value) {
+  if (options::ReceiverProfile* receiver = find(station, serial)) {
+    if (!value.empty() || !launcher::value_or(station.common, key.c_str(), "").empty())
+      receiver->settings[key] = value;
+    else
+      receiver->settings.erase(key);
+  }
+  return station;
+}
+
+options::Station with_common(options::Station station, const std::string& key, const std::string& value) {
+  if (value.empty())
+    station.common.erase(key);
+  else
+    station.common[key] = value;
+  return station;
+}
+
+options::Station with_box(options::Station station, const std::string& serial, bool options::ReceiverProfile::*box,
+                          bool on) {
+  if (options::ReceiverProfile* receiver = find(station, serial)) receiver->*box = on;
+  return station;
+}
+
+}  // namespace gui
