@@ -25,8 +25,8 @@ using DeviceStatuses = std::map<std::string, DeviceStatus>;
 /// What stands behind " · " on the receiver's line: "missing", "busy", "not responding", "needs firmware", "used by
 /// Corvane"; empty for a receiver that is ready or running.
 constexpr std::string_view device_status_word(DeviceStatus status) {
-  constexpr std::string_view words[] = {"",          "", "missing", "busy", "not responding", "needs firmware",
-                                        "used by Corvane"};
+  constexpr std::string_view words[] = {
+      "", "", "missing", "busy", "not responding", "needs firmware", "used by Corvane"};
   return words[static_cast<std::size_t>(status)];
 }
 
