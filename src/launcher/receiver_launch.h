@@ -40,4 +40,7 @@ struct ReceiverLaunch {
   [[nodiscard]] std::string label() const { return model + " · " + name; }
 };
 
+/// The launch that replaces a running one is reached where that one is.
+void keep_control(ReceiverLaunch& launch, const ReceiverLaunch& running);
+
 }  // namespace launcher
