@@ -120,6 +120,10 @@ TEST(Retune, SaysWhatWouldHelp) {
   const std::vector<ReceiverLaunch> only_dx{running[0]};
   Station station = running_station();
   EXPECT_EQ(refusal(station, {}), "No running receivers to retune");
+  station.assignments.clear();
+  EXPECT_EQ(refusal(station, only_dx),
+            "RX-888 MKII · RX and RSP2 · SPARE are ticked but not running: press Stop, then Start to use them.");
+  station.receivers[2].enabled = false;
   EXPECT_EQ(refusal(station, only_dx), "RX-888 MKII · RX is ticked but not running: press Stop, then Start to use it.");
   EXPECT_EQ(refusal(station, running), "retunes");
 
