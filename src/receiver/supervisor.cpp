@@ -231,7 +231,7 @@ void Supervisor::stop_temporary() {
 }
 
 void Supervisor::restart_changed(const std::string& name, const std::string& changes) {
-  if (pending_restarts_.count(name) > 0) return rewrite_waiting_profile(name);
+  if (pending_restarts_.count(name) > 0) return update_restart_profile(name);
   for (const auto& child : children_) {
     if (child->name != name || child->temporary || child->stop_requested) continue;
     restart_names_.insert(name);
@@ -239,13 +239,20 @@ void Supervisor::restart_changed(const std::string& name, const std::string& cha
   }
 }
 
-void Supervisor::rewrite_waiting_profile(const std::string& name) {
-  const PendingRestart& restart = pending_restarts_.at(name);
+void Supervisor::update_restart_profile(const std::string& name) {
+  if (const auto waiting = pending_restarts_.find(name); waiting != pending_restarts_.end())
+    return rewrite_profile(name, waiting->second.conf, waiting->second.label);
+  for (const auto& child : children_)
+    if (child->name == name && !child->temporary && !child->conf.path().empty())
+      return rewrite_profile(name, child->conf, child->label);
+}
+
+void Supervisor::rewrite_profile(const std::string& name, const base::TemporaryPath& conf, const std::string& label) {
   try {
     if (const launcher::ReceiverLaunch* launch = hooks_.find_launch(name))
-      hooks_.write_profile(restart.conf.path(), launch->profile);
+      hooks_.write_profile(conf.path(), launch->profile);
   } catch (const std::exception& error) {
-    hooks_.report(fmt::format("Could not update the receiver's restart settings: {}", error.what()), restart.label);
+    hooks_.report(fmt::format("Could not update the receiver's restart settings: {}", error.what()), label);
   }
 }
 

@@ -124,6 +124,9 @@ class Supervisor {
   /// `changes` names the changed settings. One that waits for a restart gets its profile rewritten instead. Nothing
   /// happens to a receiver that has no engine or is being stopped.
   void restart_changed(const std::string& name, const std::string& changes);
+  /// Writes the profile of a receiver's launch anew, so that a restart after a crash comes back with it. A failure is
+  /// reported.
+  void update_restart_profile(const std::string& name);
   /// stop_receivers(), and start_again when the last one has gone.
   void restart_all_receivers();
   /// The window closes: saves the session, asks everything to end, and quits when the last engine has gone, at the
@@ -162,7 +165,7 @@ class Supervisor {
   void start_same_profile(Subject& subject);
   void start_new_profile(Subject& subject);
   void start(const launcher::ReceiverLaunch& launch, base::TemporaryPath&& conf);
-  void rewrite_waiting_profile(const std::string& name);
+  void rewrite_profile(const std::string& name, const base::TemporaryPath& conf, const std::string& label);
   void force_end_all();
   void save_session();
   void end_session_if_over();

@@ -1,0 +1,126 @@
+#include "receiver/live_settings.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+#include <fmt/format.h>
+
+#include "base/numbers.h"
+#include "launcher/receiver_overlay.h"
+#include "launcher/setting_kinds.h"
+
+namespace receiver {
+namespace {
+
+bool is_switch(std::string_view key) {
+  return key == "agc" || key == "rf-notch" || key == "mw-notch";
+}
+
+bool parses(std::string_view key, const std::string& value) {
+  if (is_switch(key)) return value == "on" || value == "off";
+  return key == "antenna" ? !value.empty() : base::parse_scaled(value).has_value();
+}
+
+/// Throws std::runtime_error for an edit that is none, or that no engine takes while it runs.
+void judge_edit(const launcher::ReceiverLaunch& launch, const std::string& key, const std::string& value) {
+  if (key.empty()) throw std::runtime_error("No setting to change");
+  const auto family = launcher::parse_family(launcher::value_or(launch.profile, "backend", "sdrplay"));
+  if (!launcher::is_sent_at_once(key, family.value_or(launcher::Family::sdrplay)))
+    throw std::runtime_error(fmt::format("{} cannot change while the receiver runs", key));
+  if (!parses(key, value)) throw std::runtime_error(fmt::format("Invalid value for {}", key));
+}
+
+}  // namespace
+
+void LiveSettings::begin_session(const std::vector<launcher::ReceiverLaunch>& launches) {
+  ++session_;
+  receivers_.clear();
+  for (const launcher::ReceiverLaunch& launch : launches)
+    started(launch);
+}
+
+void LiveSettings::started(const launcher::ReceiverLaunch& launch) {
+  receivers_[launch.name].applied = launch.profile;
+}
+
+void LiveSettings::edit(const std::string& name, const std::string& key, const std::string& value) {
+  const launcher::ReceiverLaunch* launch = hooks_.running(name);
+  if (launch == nullptr) return;
+  try {
+    judge_edit(*launch, key, value);
+  } catch (const std::exception& error) {
+    return refuse(name, error.what());
+  }
+  Receiver& receiver = receivers_[name];
+  receiver.edits[key] = value;
+  receiver.timer = base::Timer::once(delay_, [this, name] { apply_live_sdr(name); });
+}
+
+void LiveSettings::apply_live_sdr(const std::string& name) {
+  Receiver& receiver = receivers_[name];
+  receiver.timer = {};
+  if (receiver.sending) return;
+  std::erase_if(receiver.edits, [&](const auto& edit) {
+    const auto now = receiver.applied.find(edit.first);
+    return now != receiver.applied.end() && now->second == edit.second;
+  });
+  if (receiver.edits.empty()) return;
+  const Settings settings = std::exchange(receiver.edits, {});
+  const launcher::ReceiverLaunch* launch = hooks_.running(name);
+  if (launch == nullptr || launch->control_path.empty())
+    return refuse(name, "Restart this receiver to enable live SDR control");
+  receiver.sending = true;
+  base::run_in_background(
+      alive_.watch(), [send = hooks_.send, path = launch->control_path, settings] { return send(path, settings); },
+      [this, name, settings, session = session_](const base::Outcome<Settings>& outcome) {
+        if (session == session_) answered(name, settings, outcome);
+      });
+}
+
+void LiveSettings::answered(const std::string& name, const Settings& sent, const base::Outcome<Settings>& outcome) {
+  Receiver& receiver = receivers_[name];
+  receiver.sending = false;
+  if (outcome.value) {
+    for (const auto& [key, value] : *outcome.value)
+      receiver.applied[key] = value;
+    hooks_.confirmed(name, *outcome.value);
+  } else {
+    std::erase_if(receiver.edits,
+                  [&](const auto& edit) { return sent.contains(edit.first) && sent.at(edit.first) == edit.second; });
+    refuse(name, outcome.error);
+  }
+  // Edits that came while the request was out, unless they are still being made.
+  if (!receivers_[name].timer.armed()) apply_live_sdr(name);
+}
+
+void LiveSettings::refuse(const std::string& name, const std::string& reason) {
+  Settings shown = applied(name);
+  if (const auto found = receivers_.find(name); found != receivers_.end())
+    for (const auto& [key, value] : found->second.edits)
+      shown[key] = value;
+  hooks_.refused(name, reason, shown);
+}
+
+Settings LiveSettings::take_unsent(const std::string& name) {
+  const auto found = receivers_.find(name);
+  if (found == receivers_.end()) return {};
+  found->second.timer = {};
+  return std::exchange(found->second.edits, {});
+}
+
+const Settings& LiveSettings::applied(const std::string& name) const {
+  static const Settings none;
+  const auto found = receivers_.find(name);
+  return found == receivers_.end() ? none : found->second.applied;
+}
+
+bool LiveSettings::pending(const std::string& name) const {
+  const auto found = receivers_.find(name);
+  return found != receivers_.end() && (found->second.sending || !found->second.edits.empty());
+}
+
+bool LiveSettings::sending() const {
+  return std::any_of(receivers_.begin(), receivers_.end(), [](const auto& entry) { return entry.second.sending; });
+}
+
+}  // namespace receiver
