@@ -84,6 +84,13 @@ Profile Session::default_profile(const std::string& state_directory) {
           {"all-txt", state_directory + "/ALL.TXT"}};
 }
 
+Station Session::station() const {
+  Station station = parse_station(profile_);
+  for (ReceiverProfile& receiver : station.receivers)
+    receiver.available = available_.count(receiver.serial) > 0;
+  return station;
+}
+
 std::string Session::value(const std::string& key, const std::string& fallback) const {
   const auto found = profile_.find(key);
   return found == profile_.end() ? fallback : found->second;
@@ -115,6 +122,16 @@ void Session::remove_receiver(const std::string& serial) {
 
 void Session::set_profile(const Profile& profile) {
   apply(profile);
+  hooks_.changed();
+}
+
+void Session::take_inventory(const Station& station) {
+  const bool differed = differs();
+  available_.clear();
+  for (const ReceiverProfile& receiver : station.receivers)
+    if (receiver.available) available_.insert(receiver.serial);
+  apply(render_station(station));
+  if (!differed) store_fingerprint();
   hooks_.changed();
 }
 

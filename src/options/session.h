@@ -4,6 +4,7 @@
 #include <chrono>
 #include <functional>
 #include <optional>
+#include <set>
 #include <string>
 
 #include "base/time_text.h"
@@ -50,8 +51,11 @@ class Session {
 
   /// The settings now: always a multi-receiver profile that parse_station accepts.
   [[nodiscard]] const Profile& profile() const { return profile_; }
-  /// The same, taken apart.
-  [[nodiscard]] Station station() const { return parse_station(profile_); }
+  /// The same, taken apart, with each receiver's availability as take_inventory() left it.
+  [[nodiscard]] Station station() const;
+  /// The serials that count as available: in no file, and none before the first take_inventory(). They outlast a change
+  /// of the profile.
+  [[nodiscard]] const std::set<std::string>& available() const { return available_; }
   /// One value of the profile, or `fallback` where it does not stand.
   [[nodiscard]] std::string value(const std::string& key, const std::string& fallback = {}) const;
 
@@ -66,6 +70,13 @@ class Session {
   /// Replaces all settings, without an autosave: for what is no edit, and for many keys at once. A single-receiver
   /// profile becomes a station of its one receiver. Throws in the words of parse_station; then nothing has changed.
   void set_profile(const Profile& profile);
+
+  /// Takes over the receivers of a refreshed inventory with their availability. No edit of the operator's: nothing is
+  /// saved before the next save(), and settings that were the ones in use still are.
+  /// A receiver that this launcher runs has to stay available while it runs, although a listing shows it in use, or the
+  /// plan would fail on it: whoever refreshes the inventory names the running ones to launcher::merge_devices(), which
+  /// sees to that. Between two refreshes nothing changes here, so a receiver that was started stays what it was.
+  void take_inventory(const Station& station);
 
   /// Arms the autosave, or puts a waiting one off again.
   void request_autosave();
@@ -116,6 +127,7 @@ class Session {
   std::string saved_fingerprint_;
   mutable std::optional<std::string> fingerprint_;  ///< of profile_, once asked for
   std::optional<std::string> unreadable_note_;
+  std::set<std::string> available_;
   ReceiverStore receivers_;
   bool receivers_unsaved_ = false;  ///< receivers_ holds what receivers.conf does not
   Journal journal_;
