@@ -1,5 +1,6 @@
 #include "gui/app.h"
 
+#include <algorithm>
 #include <filesystem>
 #include <unistd.h>
 
@@ -10,7 +11,7 @@
 #include "gui/kit/dialogs.h"
 #include "gui/pages/station_cards.h"
 #include "host/crash_notes.h"
-#include "launcher/pinned_plan.h"
+#include "launcher/planner.h"
 #include "options/paths.h"
 #include "results/psk_total.h"
 
@@ -20,6 +21,17 @@ namespace {
 constexpr int live_ft8_page = 6;
 constexpr auto tick_period = std::chrono::seconds(4);
 constexpr auto counters_delay = std::chrono::milliseconds(250);
+
+// The label of a ticked receiver that was free at the last discovery and that the sharing service has taken since.
+std::optional<std::string> receiver_held_by_sharing(const options::Station& station,
+                                                    const launcher::DeviceStatuses& statuses) {
+  for (const auto& receiver : station.receivers) {
+    const auto status = statuses.find(receiver.serial);
+    if (receiver.enabled && status != statuses.end() && status->second == launcher::DeviceStatus::used_by_sharing)
+      return receiver.label();
+  }
+  return std::nullopt;
+}
 
 }  // namespace
 
@@ -44,6 +56,8 @@ App::App(Setup setup)
       supervisor_hooks(), receiver::SessionFiles(setup_.config_directory, setup_.state_directory, ::getpid()),
       setup_.timing);
   supervisor_->use_engine(setup_.tuner);
+  devices_ = std::make_unique<receiver::DeviceWatch>(device_hooks(), setup_.programs, setup_.device_timing);
+  devices_->use_engine(setup_.tuner);
   start_when_opened_ = std::make_unique<receiver::StartWhenOpened>(start_when_opened_access(), setup_.timing);
 }
 
@@ -68,9 +82,9 @@ void App::open() {
   show_profile();
   report("Ready. Start reception explicitly; no receiver or reporting is started by opening this window.");
   if (const auto note = host::report_crash(setup_.state_directory)) warn(*note);
-  if (const auto note = session_->take_unreadable_note())
-    kit::show_message(window_->window(), GTK_MESSAGE_WARNING, *note);
   count_psk_reports();
+  devices_->begin_snapshots();
+  devices_->refresh(receiver::DiscoveryCause::opened);
   if (choices_.get("Startup", "start-receivers", false)) start_when_opened_->arm();
   tick_ = base::Timer::repeating(tick_period, [this] {
     refresh_counters();
@@ -123,9 +137,11 @@ void App::ask_for_profile() {
 }
 
 void App::start_receivers() {
-  if (receiving()) return;
+  if (devices_->failed() && selects_receiver())
+    return show_error("Refresh receivers successfully before starting reception.");
+  if (receiving() || busy()) return;
   plan_selection();
-  if (plan_error_) return show_error(*plan_error_);
+  if (plan_error_) return show_error(plan_error_->text());
   launch_session(selection_);
 }
 
@@ -171,6 +187,33 @@ void App::session_ended() {
   session_->store_fingerprint();
   gui_log_.close();
   refresh_counters();
+  if (!supervisor_->closing() && !supervisor_->restart_all() && !busy())
+    devices_->refresh(receiver::DiscoveryCause::stopped);
+}
+
+void App::refresh_receivers() {
+  devices_->refresh(receiver::DiscoveryCause::asked);
+}
+
+std::set<std::string> App::running_receivers() const {
+  std::set<std::string> running;
+  for (const auto& child : supervisor_->children())
+    if (!child->temporary) running.insert(child->name);
+  for (const auto& [name, restart] : supervisor_->pending_restarts())
+    running.insert(name);
+  return running;
+}
+
+bool App::selects_receiver() const {
+  const auto station = session_->station();
+  return std::any_of(station.receivers.begin(), station.receivers.end(),
+                     [](const auto& receiver) { return receiver.enabled; });
+}
+
+void App::show_unreadable_note() {
+  if (!devices_->ended_once()) return;
+  if (const auto note = session_->take_unreadable_note())
+    kit::show_message(window_->window(), GTK_MESSAGE_WARNING, *note);
 }
 
 void App::apply_and_save() {
@@ -200,20 +243,23 @@ void App::settings_edited() {
 }
 
 void App::plan_selection() {
-  if (planned_profile_ == session_->profile()) return;
+  if (planned_profile_ == session_->profile() && planned_available_ == session_->available()) return;
   planned_profile_ = session_->profile();
+  planned_available_ = session_->available();
   plan_error_.reset();
   selection_.clear();
   try {
-    selection_ = launcher::pinned_plan(session_->profile());
+    selection_ = launcher::plan(session_->station());
+  } catch (const launcher::PlanError& error) {
+    plan_error_ = error;
   } catch (const std::exception& error) {
-    plan_error_ = error.what();
+    plan_error_.emplace(launcher::PlanCode::other, error.what());
   }
   show_plan();
 }
 
 void App::show_plan() {
-  plan_page_->show(plan_cards(selection_), plan_error_.value_or(""));
+  plan_page_->show(plan_cards(selection_), plan_error_ ? plan_error_->text() : "");
   try {
     receivers_page_->show(receiver_cards(session_->profile()), "");
   } catch (const std::exception& error) {
@@ -223,7 +269,14 @@ void App::show_plan() {
 
 FooterFacts App::footer_facts() const {
   FooterFacts facts;
-  facts.plan_error = plan_error_;
+  facts.discovery_failed = devices_->failed();
+  facts.any_receiver_usable = !facts.discovery_failed;
+  // Whether a receiver is there is not known after a discovery that failed.
+  const bool only_unknown =
+      facts.discovery_failed && plan_error_ && plan_error_->code == launcher::PlanCode::absent_receiver;
+  if (plan_error_ && !only_unknown) facts.plan_error = plan_error_->text();
+  facts.absent_receiver = receiver_held_by_sharing(session_->station(), devices_->statuses());
+  facts.busy = busy();
   facts.planned_receivers = static_cast<int>(selection_.size());
   facts.receiving = receiving();
   facts.stopping = stop_asked_;
@@ -238,6 +291,7 @@ void App::refresh() {
   footer_->show(footer_state(footer_facts()));
   footer_->show_profile(session_->config_path());
   settings_page_->set_receiving(receiving());
+  refresh_bar_->show(devices_->checking(), !busy(), devices_->status_text());
   refreshing_ = false;
 }
 
@@ -266,6 +320,7 @@ void App::count_psk_reports() {
 void App::close_window() {
   if (supervisor_->closing())
     return footer_->show_message("Stopping the receivers. The window closes when they have stopped.");
+  if (busy()) return report("Wait for the current device or service operation to finish before closing.");
   if (!receiving()) return supervisor_->close();
   kit::ask(
       window_->window(),

@@ -3,6 +3,7 @@
 
 #include <memory>
 #include <optional>
+#include <set>
 #include <string>
 #include <vector>
 
@@ -18,9 +19,12 @@
 #include "gui/main_window.h"
 #include "gui/pages/logs_page.h"
 #include "gui/pages/text_cards_page.h"
+#include "gui/refresh_bar.h"
 #include "gui/settings/settings_page.h"
+#include "launcher/plan_error.h"
 #include "launcher/receiver_launch.h"
 #include "options/session.h"
+#include "receiver/device_watch.h"
 #include "receiver/start_when_opened.h"
 #include "receiver/supervisor.h"
 #include "results/activity_model.h"
@@ -42,6 +46,8 @@ class App {
     std::string state_directory;
     std::string autostart_directory;
     receiver::Timing timing;
+    receiver::OutsidePrograms programs;
+    receiver::DeviceTiming device_timing;
     base::Clock clock = base::system_clock();
 
     static Setup of_user(const LauncherArguments& arguments);
@@ -61,6 +67,8 @@ class App {
 
   void start_receivers();
   void stop_receivers();
+  /// Looks for attached receivers; refused while another receiver operation is in flight.
+  void refresh_receivers();
   void apply_and_save();
   /// Reads a profile and makes it the launcher's own; a failure is shown and changes nothing.
   void open_profile(const std::string& path);
@@ -77,6 +85,8 @@ class App {
   void show_error(const std::string& text);
 
   [[nodiscard]] bool receiving() const { return supervisor_->receiving(); }
+  /// One receiver operation is in flight; such operations exclude one another.
+  [[nodiscard]] bool busy() const { return devices_->busy(); }
   /// The window has closed: run() returns, or has returned.
   [[nodiscard]] bool closed() const { return closed_; }
   [[nodiscard]] MainWindow& window() { return *window_; }
@@ -90,6 +100,7 @@ class App {
 
   // app_wiring.cpp
   receiver::SupervisorHooks supervisor_hooks();
+  receiver::DeviceWatchHooks device_hooks();
   results::IntakeSinks intake_sinks();
   receiver::StartWhenOpened::Launcher start_when_opened_access();
   Footer::Actions footer_actions();
@@ -99,6 +110,9 @@ class App {
 
   void show_profile();
   void settings_edited();
+  [[nodiscard]] std::set<std::string> running_receivers() const;
+  [[nodiscard]] bool selects_receiver() const;
+  void show_unreadable_note();
   void plan_selection();
   void show_plan();
   [[nodiscard]] FooterFacts footer_facts() const;
@@ -120,18 +134,21 @@ class App {
   std::unique_ptr<results::LineIntake> intake_;
   std::vector<launcher::ReceiverLaunch> launches_;   ///< the plan of the running session
   std::vector<launcher::ReceiverLaunch> selection_;  ///< what Start would start
-  std::optional<std::string> plan_error_;
+  std::optional<launcher::PlanError> plan_error_;
   std::optional<options::Profile> planned_profile_;  ///< what selection_ was made from
+  std::set<std::string> planned_available_;          ///< the same
 
   // Services.
   std::unique_ptr<options::Session> session_;
   std::unique_ptr<receiver::Supervisor> supervisor_;
+  std::unique_ptr<receiver::DeviceWatch> devices_;
   std::unique_ptr<receiver::StartWhenOpened> start_when_opened_;
 
   // Pages.
   std::unique_ptr<MainWindow> window_;
   std::unique_ptr<Footer> footer_;
   std::unique_ptr<TextCardsPage> plan_page_;
+  std::unique_ptr<RefreshBar> refresh_bar_;
   std::unique_ptr<TextCardsPage> receivers_page_;
   std::unique_ptr<SettingsPage> settings_page_;
   std::unique_ptr<Dashboard> dashboard_;

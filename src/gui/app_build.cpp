@@ -1,6 +1,7 @@
 // Builds the window: theme, pages in their order, footer.
 #include "gui/app.h"
 #include "gui/kit/ui_scale.h"
+#include "gui/kit/widgets.h"
 #include "gui/pages/coming_page.h"
 
 namespace gui {
@@ -29,6 +30,7 @@ void App::build_pages() {
   window_ = std::make_unique<MainWindow>([this](int index) { page_shown(index); }, [this] { close_window(); });
   footer_ = std::make_unique<Footer>(footer_actions());
   plan_page_ = std::make_unique<TextCardsPage>();
+  refresh_bar_ = std::make_unique<RefreshBar>([this] { refresh_receivers(); });
   receivers_page_ = std::make_unique<TextCardsPage>();
   dashboard_ = std::make_unique<Dashboard>(activity_, choices_, setup_.clock, say);
   settings_page_ = std::make_unique<SettingsPage>(settings_surroundings());
@@ -38,7 +40,10 @@ void App::build_pages() {
 void App::append_pages() {
   const auto live = [this](results::Family family) { return dashboard_->page(family); };
   window_->append_page("Modes / Frequencies", plan_page_->widget());
-  window_->append_page("SDR Config", receivers_page_->widget());
+  GtkWidget* receivers = kit::vertical_box(14);
+  kit::add(receivers, refresh_bar_->widget());
+  kit::add(receivers, receivers_page_->widget(), true);
+  window_->append_page("SDR Config", receivers);
   window_->append_page("Settings", settings_page_->widget());
   window_->append_page("Audio Receivers",
                        coming_page("AUDIO RECEIVERS",

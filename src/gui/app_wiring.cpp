@@ -1,5 +1,6 @@
 // Who tells whom: every connection between services, models and pages.
 #include "gui/app.h"
+#include "gui/kit/dialogs.h"
 #include "options/profile.h"
 
 namespace gui {
@@ -9,6 +10,7 @@ receiver::SupervisorHooks App::supervisor_hooks() {
   hooks.report = [this](const std::string& text, const std::string& label) { report(text, label); };
   hooks.line = [this](std::string_view line, bool counts, const std::string& label) {
     intake_->take(line, counts, label);
+    devices_->hear(line);
   };
   hooks.write_profile = [](const std::string& path, const options::Profile& profile) {
     options::write_config(path, profile);
@@ -29,6 +31,23 @@ receiver::SupervisorHooks App::supervisor_hooks() {
   return hooks;
 }
 
+receiver::DeviceWatchHooks App::device_hooks() {
+  receiver::DeviceWatchHooks hooks;
+  hooks.station = [this] { return session_->station(); };
+  hooks.saved = [this]() -> const options::ReceiverStore& { return session_->receivers(); };
+  hooks.running = [this] { return running_receivers(); };
+  hooks.take = [this](const options::Station& station) { session_->take_inventory(station); };
+  hooks.report = [this](const std::string& text) { report(text); };
+  hooks.changed = [this] {
+    refresh();
+    show_unreadable_note();
+  };
+  hooks.ask = [this](const std::string& question, std::function<void()> yes, std::function<void()> no) {
+    kit::ask(window_->window(), question, std::move(yes), std::move(no));
+  };
+  return hooks;
+}
+
 results::IntakeSinks App::intake_sinks() {
   results::IntakeSinks sinks;
   sinks.pane = [this](results::Pane pane, results::Tag tag, std::string_view text) {
@@ -42,7 +61,7 @@ results::IntakeSinks App::intake_sinks() {
 receiver::StartWhenOpened::Launcher App::start_when_opened_access() {
   receiver::StartWhenOpened::Launcher access;
   access.settled = [this] { return supervisor_->closing() || receiving(); };
-  access.occupied = [this] { return refreshing_; };
+  access.occupied = [this] { return refreshing_ || busy(); };
   access.can_start = [this] { return footer_->start_sensitive(); };
   access.status = [this] { return footer_->status(); };
   access.report = [this](const std::string& text) { report(text); };
@@ -66,6 +85,7 @@ options::SessionHooks App::session_hooks() {
   options::SessionHooks hooks;
   hooks.report = [this](const std::string& text) { report(text); };
   hooks.changed = [this] { refresh(); };
+  hooks.busy = [this] { return busy(); };
   hooks.closing = [this] { return supervisor_->closing(); };
   return hooks;
 }

@@ -11,8 +11,9 @@ namespace kit {
 
 /// A modal message with a Close button.
 void show_message(GtkWindow* parent, GtkMessageType type, const std::string& text);
-/// A modal question with OK and Cancel; `accepted` runs on OK only.
-void ask(GtkWindow* parent, const std::string& text, std::function<void()> accepted);
+/// A modal question with OK and Cancel; `accepted` runs on OK only, `declined` on every other answer.
+void ask(GtkWindow* parent, const std::string& text, std::function<void()> accepted,
+         std::function<void()> declined = [] {});
 
 struct FileQuestion {
   const char* title;
