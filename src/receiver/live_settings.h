@@ -11,11 +11,9 @@
 #include "base/background.h"
 #include "base/timer.h"
 #include "launcher/receiver_launch.h"
+#include "receiver/live_pairs.h"
 
 namespace receiver {
-
-/// Settings by key.
-using Settings = std::map<std::string, std::string>;
 
 /// What live settings need of the launcher around them. All but `send` are called on the main thread; none may destroy
 /// the object.
