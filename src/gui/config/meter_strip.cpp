@@ -1,0 +1,62 @@
+#include "gui/config/meter_strip.h"
+
+#include "gui/kit/widgets.h"
+
+namespace gui {
+namespace {
+
+constexpr const char* badge_styles[] = {"rf-overload", "rf-recovered", "muted"};
+// Wide enough for "−100.0 dB", so that the bar does not change its length with the number.
+constexpr int readout_characters = 9;
+constexpr int badge_characters = 4;
+
+GtkWidget* fixed_label(int characters) {
+  GtkWidget* label = kit::line_label("", {"muted"});
+  gtk_label_set_width_chars(GTK_LABEL(label), characters);
+  gtk_label_set_xalign(GTK_LABEL(label), 1);
+  return label;
+}
+
+}  // namespace
+
+MeterStrip::MeterStrip()
+    : row_(kit::horizontal_box(8)),
+      bar_("IQ level"),
+      readout_(fixed_label(readout_characters)),
+      badge_(fixed_label(badge_characters)) {
+  kit::add(row_, bar_.widget(), true);
+  kit::add(row_, readout_);
+  kit::add(row_, badge_);
+  gtk_label_set_text(GTK_LABEL(badge_), "RF");
+  gtk_widget_set_has_tooltip(bar_.widget(), TRUE);
+  tooltip_connection_ =
+      base::SignalConnection(bar_.widget(), "query-tooltip", G_CALLBACK(&MeterStrip::tell_level), this);
+}
+
+// Asked for when it is needed: a tooltip that is set anew with every reading would never open, nor let any other.
+gboolean MeterStrip::tell_level(GtkWidget*, gint, gint, gboolean, GtkTooltip* tooltip, gpointer self) {
+  const std::string& text = static_cast<MeterStrip*>(self)->level_tooltip_;
+  gtk_tooltip_set_text(tooltip, text.c_str());
+  return !text.empty();
+}
+
+void MeterStrip::show_level(const std::optional<kit::LevelBar::Level>& level, const std::string& readout,
+                            const std::string& tooltip) {
+  bar_.show(level);
+  level_tooltip_ = tooltip;
+  if (readout == gtk_label_get_text(GTK_LABEL(readout_))) return;
+  gtk_label_set_text(GTK_LABEL(readout_), readout.c_str());
+  kit::set_accessible(bar_.widget(), {}, readout);
+}
+
+void MeterStrip::show_badge(const Badge& badge) {
+  kit::set_text(badge_, badge.label);
+  for (const char* style : badge_styles)
+    kit::set_class(badge_, style, badge.style == style);
+  if (badge.tooltip == badge_tooltip_) return;
+  badge_tooltip_ = badge.tooltip;
+  kit::set_tooltip(badge_, badge.tooltip);
+  kit::set_accessible(badge_, {}, badge.tooltip);
+}
+
+}  // namespace gui
