@@ -95,7 +95,9 @@ int list_devices(const Scenario& scenario) {
   usleep(static_cast<useconds_t>(scenario.listing_delay * 1e6));
   if (scenario.listing_fault == ListingFault::hang) hang();
   const bool garbled = scenario.listing_fault == ListingFault::rubbish;
-  const std::string text = garbled ? rubbish() : device_listing(scenario.receivers);
+  std::string text = garbled ? rubbish() : device_listing(scenario.receivers);
+  if (scenario.listing_fault == ListingFault::usb_dead)
+    text += "usb 2-1: device descriptor read/8, error -110\n";  // as the kernel has it, which the listing repeats
   std::fwrite(text.data(), 1, text.size(), stdout);
   std::fflush(stdout);
   if (scenario.listing_fault == ListingFault::die) std::raise(SIGKILL);

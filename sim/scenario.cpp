@@ -87,11 +87,12 @@ bool summaries(std::string_view value) {
 }
 
 ListingFault listing_fault(std::string_view value) {
-  return word<ListingFault, 5>(value, {{{"none", ListingFault::none},
+  return word<ListingFault, 6>(value, {{{"none", ListingFault::none},
                                         {"hang", ListingFault::hang},
                                         {"die", ListingFault::die},
                                         {"rubbish", ListingFault::rubbish},
-                                        {"exit", ListingFault::exit}}});
+                                        {"exit", ListingFault::exit},
+                                        {"usb-dead", ListingFault::usb_dead}}});
 }
 
 template <typename Target>

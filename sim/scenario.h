@@ -41,7 +41,7 @@ struct Receiver {
   Faults faults;
 };
 
-enum class ListingFault { none, hang, die, rubbish, exit };
+enum class ListingFault { none, hang, die, rubbish, exit, usb_dead };
 
 struct Scenario {
   std::vector<Receiver> receivers;

@@ -83,15 +83,55 @@ TEST_F(StationTest, RestartsACrashedEngineAloneAndStopCancelsTheWait) {
 }
 
 TEST_F(StationTest, AnEngineThatCannotStartUndoesTheStart) {
-  setup_.tuner = directory_ + "/no-such-engine";
   open(two_receivers());
+  std::filesystem::remove(setup_.tuner);
   press("Start receivers");
   ASSERT_NE(shown_dialog(), nullptr);
-  EXPECT_THAT(dialog_text(shown_dialog()), HasSubstr("no-such-engine"));
+  EXPECT_THAT(dialog_text(shown_dialog()), HasSubstr("/engine"));
   answer(GTK_RESPONSE_CLOSE);
   EXPECT_FALSE(app_->receiving());
   EXPECT_EQ(config_files("session-"), 0);
   EXPECT_TRUE(gtk_widget_get_sensitive(find_button(window(), "Start receivers"))) << "the operator can try again";
+}
+
+TEST_F(StationTest, StartsOnlyOnReceiversThatADiscoveryHasFound) {
+  use_engine("exec sleep 30", "echo 'no API service'; exit 5");
+  open(two_receivers());
+  GtkWidget* start = find_button(window(), "Start receivers");
+  EXPECT_FALSE(gtk_widget_get_sensitive(start));
+  const base::GStringPtr tooltip(gtk_widget_get_tooltip_text(start));
+  EXPECT_STREQ(tooltip.get(), "Device discovery failed. Last device list retained; retry Refresh receivers.");
+  EXPECT_THAT(program_log(), HasSubstr("Device discovery failed: no API service (exit code 5)"));
+  app_->start_receivers();
+  EXPECT_THAT(dialog_text(shown_dialog()), HasSubstr("Refresh receivers successfully before starting reception."));
+  answer(GTK_RESPONSE_CLOSE);
+
+  use_engine("exec sleep 30",
+             "sleep 0.3; echo '0: RSPdx serial=A1 available=1'; echo '1: RSP1A serial=B2 available=0'");
+  app_->window().show_page(1);
+  press("Refresh receivers");
+  EXPECT_FALSE(gtk_widget_get_sensitive(find_button(window(), "Refreshing…")));
+  gtk_window_close(app_->window().window());
+  EXPECT_THAT(program_log(), HasSubstr("Wait for the current device or service operation to finish before closing."));
+  ASSERT_TRUE(turn_until([this] { return !app_->busy(); }));
+  EXPECT_FALSE(app_->closed());
+  EXPECT_TRUE(
+      shows("Checked 2 receivers\nDevice list refreshed. Busy receivers are shown without interrupting "
+            "reception."));
+  EXPECT_FALSE(gtk_widget_get_sensitive(start)) << "one of them is busy";
+
+  use_engine("exec sleep 30");
+  press("Refresh receivers");
+  ASSERT_TRUE(turn_until([start] { return gtk_widget_get_sensitive(start) != FALSE; }));
+  press("Start receivers");
+  use_engine("exec sleep 30", "true");
+  app_->refresh_receivers();
+  ASSERT_TRUE(turn_until([this] { return !app_->busy(); }));
+  EXPECT_TRUE(app_->receiving());
+  EXPECT_THAT(program_log(), HasSubstr("No local SDRplay receivers found. Check its API service."));
+  press("Stop");
+  ASSERT_TRUE(turn_until([this] { return !app_->receiving() && !app_->busy(); }));
+  EXPECT_FALSE(gtk_widget_get_sensitive(start)) << "now they are missing";
 }
 
 TEST_F(StationTest, BadProfilesAreRefusedInWordsAndTheWindowGoesOn) {

@@ -18,6 +18,7 @@ void StationTest::SetUp() {
   setup_.autostart_directory = directory_ + "/config/autostart";
   setup_.timing.stop_guard = std::chrono::milliseconds(300);
   setup_.timing.back_off.fill(std::chrono::milliseconds(200));
+  setup_.programs = {"/bin/false", "", directory_ + "/usb", directory_ + "/proc"};
   setup_.timing.closing_limit = std::chrono::seconds(2);
   use_engine("exec sleep 30");
 }
@@ -28,8 +29,9 @@ void StationTest::TearDown() {
   std::filesystem::remove_all(directory_);
 }
 
-void StationTest::use_engine(const std::string& script) {
-  setup_.tuner = write("engine", "#!/bin/sh\n" + script + "\n");
+void StationTest::use_engine(const std::string& script, const std::string& listing) {
+  setup_.tuner =
+      write("engine", "#!/bin/sh\nif [ \"$1\" = --list-devices ]; then\n" + listing + "\nexit\nfi\n" + script + "\n");
   std::filesystem::permissions(setup_.tuner, std::filesystem::perms::owner_all);
 }
 
@@ -44,11 +46,19 @@ std::string StationTest::two_receivers() {
                "gui-format = multi-receiver-v1\nmode = decoder\nmodes = FT8\nbands = 40,20,30\nband-modes = 30:WSPR\n"
                "receiver.A1.enabled = true\nreceiver.A1.model = RSPdx\n"
                "receiver.B2.enabled = true\nreceiver.B2.model = RSP1A\nband.30.receiver = B2\n"
+               "band.40.receiver = A1\nband.20.receiver = A1\n"
                "all-txt = " +
                    directory_ + "/ALL.TXT\n");
 }
 
 gui::App& StationTest::open(const std::string& config_path) {
+  open_at_once(config_path);
+  EXPECT_TRUE(turn_until([this] { return !app_->busy(); }, 10)) << "the discovery does not end";
+  settle();
+  return *app_;
+}
+
+gui::App& StationTest::open_at_once(const std::string& config_path) {
   setup_.config_path = config_path;
   app_ = std::make_unique<gui::App>(setup_);
   app_->build();

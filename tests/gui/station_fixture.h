@@ -16,15 +16,18 @@ class StationTest : public ::testing::Test {
   void SetUp() override;
   void TearDown() override;
 
-  /// Writes the engine's script; it is run as `sh ENGINE --config FILE --no-daemon`.
-  void use_engine(const std::string& script);
+  /// Writes the engine's script; it is run as `sh ENGINE --config FILE --no-daemon`. Asked for the attached receivers,
+  /// it runs the other script instead.
+  void use_engine(const std::string& script, const std::string& listing = two_listed);
   /// Writes a file of the test's own and gives its path.
   std::string write(const std::string& name, const std::string& text);
   /// Two ticked receivers, A1 with 40 and 20 m FT8 and B2 with 30 m WSPR.
   std::string two_receivers();
 
-  /// Builds the window and opens the settings; `config_path` as --config gives it.
+  /// Builds the window, opens the settings and waits for the first discovery; `config_path` as --config gives it.
   gui::App& open(const std::string& config_path = {});
+  /// The same without the wait.
+  gui::App& open_at_once(const std::string& config_path = {});
   void close_app() { app_.reset(); }
 
   [[nodiscard]] GtkWidget* window() { return GTK_WIDGET(app_->window().window()); }
@@ -39,6 +42,10 @@ class StationTest : public ::testing::Test {
   [[nodiscard]] std::string program_log();
   /// How many files of the config directory have names that begin so.
   [[nodiscard]] int config_files(const std::string& beginning) const;
+
+  /// Prints the two receivers.
+  static constexpr const char* two_listed =
+      "printf '0: RSPdx serial=A1 available=1\\n1: RSP1A serial=B2 available=1\\n'";
 
   std::string directory_;
   gui::App::Setup setup_;

@@ -28,6 +28,7 @@ band.20.receiver = 009028E61B4A1F2C
 """
 LABELS = ("RSPdx · 1706026B40", "RX-888 MKII · 009028E61B4A1F2C")
 READY = "Ready. Start reception explicitly; no receiver or reporting is started by opening this window."
+DISCOVERED = ("Device list refreshed.", "No local SDRplay receivers found.", "Device discovery failed:")
 BURST = "[station]\nstart-burst=true\n"
 
 
@@ -52,7 +53,12 @@ class StationCase(unittest.TestCase):
         """Starts the launcher and waits until it says that it is ready."""
         launcher = self.launch(*arguments, **more)
         launcher.wait_for_log(READY, 30)
+        self.wait_discovered(launcher)
         return launcher
+
+    def wait_discovered(self, launcher, seconds=15.0):
+        """Waits until the launcher knows which receivers are attached, or that it cannot know."""
+        self.wait(lambda: any(words in launcher.log() for words in DISCOVERED), "the discovery over", seconds)
 
     def open_station(self, scenario=BURST, **more):
         """The launcher with the profile of two receivers."""

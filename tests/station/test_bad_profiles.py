@@ -47,6 +47,7 @@ class BadProfiles(StationCase):
                 self.assertRegex(told, "^" + words.format(path=path) + "$")
                 launcher.wait_for_log(f"Error: {told}")
                 launcher.wait_for_log(READY)
+                self.wait_discovered(launcher)
                 launcher.show_tab(2)
                 launcher.close_window()
                 self.assertEqual(launcher.wait_for_end(8), 0)

@@ -3,11 +3,18 @@
 import os
 
 from case import LABELS, STATION, StationCase, main
+from station.launcher import binary
 
 
 class BadSurroundings(StationCase):
     def open_with(self, *arguments, **more):
         return self.open("--config", self.home.write("station.conf", STATION), *arguments, **more)
+
+    def make_engine(self, name, script):
+        """An engine that lists the two receivers as it should and does no more than the script to receive; its path."""
+        path = self.home.write(name, f"#!/bin/sh\n[ \"$1\" = --list-devices ] && exec {binary('tarnwick')} \"$@\"\n{script}\n")
+        os.chmod(path, 0o755)
+        return path
 
     def assert_usable(self, launcher):
         self.assertEqual(launcher.engines(), [])
@@ -28,13 +35,20 @@ class BadSurroundings(StationCase):
                     self.home.write(name, content)
                     os.chmod(path, 0o644)
                 launcher = self.open_with("--tuner", path)
-                launcher.press("Start receivers")
-                self.assertRegex(launcher.answer_dialog("Close"), words)
-                self.assert_usable(launcher)
+                self.assertRegex(launcher.log(), f"Device discovery failed: could not start {path}: .*({words})")
+                self.assertFalse(launcher.button("Start receivers").sensitive)
+                self.assertEqual(launcher.quit(), 0)
+
+    def test_an_engine_that_is_gone_when_it_is_started(self):
+        path = self.make_engine("fleeting", "exit 0")
+        launcher = self.open_with("--tuner", path)
+        os.chmod(path, 0o644)
+        launcher.press("Start receivers")
+        self.assertRegex(launcher.answer_dialog("Close"), "Permission denied")
+        self.assert_usable(launcher)
 
     def test_an_engine_that_dies_at_once(self):
-        dying = self.home.write("dying", "#!/bin/sh\necho 'no such radio'\nexit 7\n")
-        os.chmod(dying, 0o755)
+        dying = self.make_engine("dying", "echo 'no such radio'\nexit 7")
         launcher = self.open_with("--tuner", dying)
         launcher.press("Start receivers")
         for label in LABELS:
@@ -45,8 +59,7 @@ class BadSurroundings(StationCase):
         self.assert_usable(launcher)
 
     def test_an_engine_that_ends_by_itself_is_not_started_again(self):
-        done = self.home.write("done", "#!/bin/sh\nexit 0\n")
-        os.chmod(done, 0o755)
+        done = self.make_engine("done", "exit 0")
         launcher = self.open_with("--tuner", done)
         launcher.press("Start receivers")
         for label in LABELS:
