@@ -11,6 +11,7 @@
 #include "gui/config/card_tables.h"
 #include "launcher/catalogue/receiver_models.h"
 #include "launcher/receiver_overlay.h"
+#include "launcher/setting_kinds.h"
 
 namespace gui {
 namespace {
@@ -91,7 +92,7 @@ std::string shown_setting(const CardControl& control, const options::Profile& se
 
 ControlState control_state(const CardControl& control, const CardFacts& facts) {
   ControlState state = state_by_model(control, facts);
-  if (facts.running && !control.live) return {state.exists, false, stop_first};
+  if (facts.running && !launcher::is_sent_at_once(control.key, facts.family)) return {state.exists, false, stop_first};
   return state;
 }
 
@@ -109,6 +110,10 @@ std::vector<CardChoice> choices_of(const CardControl& control, const CardFacts& 
     choices.push_back(
         {now, fmt::format("{}{} (unavailable)", is(control, "lna-state") ? "State " : "", base::valid_utf8(now))});
   return choices;
+}
+
+bool goes_live(const CardControl& control, const CardFacts& facts) {
+  return facts.running && launcher::is_sent_at_once(control.key, facts.family);
 }
 
 bool samples_directly(const CardFacts& facts) {

@@ -57,7 +57,6 @@ struct CardControl {
   const char* key;
   const char* caption;
   CardKind kind;
-  bool live = false;          ///< may be changed while the receiver runs
   const char* fallback = "";  ///< what a receiver without the key has
   const char* tooltip = "";
   const char* placeholder = "";               ///< of an empty entry
@@ -68,11 +67,11 @@ struct CardControl {
 /// What a card is decided from.
 struct CardFacts {
   launcher::Family family = launcher::Family::sdrplay;
-  std::string model;                 ///< empty on the card of defaults
-  options::Profile settings;         ///< as effective_settings() gives them, or as the controls show them
-  bool running = false;              ///< its engine runs, or for the defaults any does
-  std::optional<double> centre;      ///< of its planned capture, Hz
-  std::string direct_sampling = {};  ///< what Automatic comes to in the plan; empty without a plan
+  std::string model;                  ///< empty on the card of defaults
+  options::Profile settings;          ///< as effective_settings() gives them, or as the controls show them
+  bool running = false;               ///< its engine runs, or for the defaults any does
+  std::optional<double> centre = {};  ///< of its planned capture, Hz
+  std::string direct_sampling = {};   ///< what Automatic comes to in the plan; empty without a plan
 };
 
 /// The family of a receiver; SDRplay for a `backend` that is none.
@@ -98,6 +97,9 @@ ControlState control_state(const CardControl& control, const CardFacts& facts);
 /// The entries of a drop-down. A value that is none of the receiver's choices stands last, marked, so that it can be
 /// seen and repaired.
 std::vector<CardChoice> choices_of(const CardControl& control, const CardFacts& facts);
+
+/// Whether an edit goes to the running engine, and not into the settings alone.
+bool goes_live(const CardControl& control, const CardFacts& facts);
 
 /// Whether the dongle's tuner is off: set, or what Automatic comes to.
 bool samples_directly(const CardFacts& facts);

@@ -4,6 +4,16 @@
 #include "gui/settings/setting_grid.h"
 
 namespace gui {
+namespace {
+
+GtkWidget* new_gain_note() {
+  GtkWidget* note = wrapped_label("", {"small"});
+  gtk_widget_set_name(note, "gain-note");
+  gtk_widget_hide(note);
+  return note;
+}
+
+}  // namespace
 
 CardControlsGrid::CardControlsGrid(launcher::Family family, ChangeGuard& guard, Edited edited)
     : guard_(guard), edited_(std::move(edited)) {
@@ -20,6 +30,7 @@ CardControlsGrid::CardControlsGrid(launcher::Family family, ChangeGuard& guard, 
     GtkWidget* caption = grid.add_beside(control.caption, made->widget());
     kit::name_by_label(caption, made->operated());
     made->set_caption(caption);
+    if (made->control().key == std::string_view("rtl-gain")) grid.add_wide(gain_note_ = new_gain_note());
   }
   grid_ = grid.widget();
 }
@@ -39,6 +50,12 @@ void CardControlsGrid::show(const CardFacts& facts) {
     widget->show(shown_setting(control, facts.settings));
     widget->set_state(control_state(control, facts));
   }
+}
+
+void CardControlsGrid::show_gain_note(const std::string& text) {
+  if (!gain_note_) return;
+  kit::set_text(gain_note_, text);
+  kit::set_visible(gain_note_, !text.empty());
 }
 
 }  // namespace gui

@@ -25,12 +25,15 @@ class CardControlsGrid {
   void show(const CardFacts& facts);
   /// Null for a key that the family has no control of.
   [[nodiscard]] CardWidget* find(std::string_view key) const;
+  /// A line under the tuner gain: what the tuner does in its place. Nothing for families without one.
+  void show_gain_note(const std::string& text);
 
  private:
   ChangeGuard& guard_;
   const Edited edited_;
   std::vector<std::unique_ptr<CardWidget>> widgets_;
   GtkWidget* grid_ = nullptr;
+  GtkWidget* gain_note_ = nullptr;
 };
 
 }  // namespace gui

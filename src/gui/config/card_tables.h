@@ -26,14 +26,12 @@ inline constexpr CardControl correction{
     .key = "ppm",
     .caption = "Correction (ppm)",
     .kind = CardKind::slider,
-    .live = true,
     .fallback = "0",
     .tooltip = "Frequency correction applies live. Use the numeric entry for fine adjustment.",
     .slider = {-100, 100, 0.1, SliderScale::plain, "", 3, true, -1000, 1000}};
 
 constexpr CardControl rx888_correction() {
   CardControl control = correction;
-  control.live = false;
   control.tooltip = "ADC clock error applied to tuning and timestamps. Changes require a restart.";
   return control;
 }
@@ -56,7 +54,6 @@ inline constexpr CardControl centre{
     .key = "center-frequency",
     .caption = "Capture center",
     .kind = CardKind::entry,
-    .live = true,
     .tooltip =
         "Hz, k or M suffix; all channels must fit the capture. Blank auto-centers on the selected bands. On a "
         "running receiver, press Enter or leave the box to move it.",
@@ -71,7 +68,6 @@ inline constexpr CardControl sdrplay[] = {
     {.key = "antenna",
      .caption = "Antenna",
      .kind = CardKind::choice,
-     .live = true,
      .tooltip = "Uses the configured API antenna. Changes apply live."},
     {.key = "usb-mode",
      .caption = "USB transfer",
@@ -85,11 +81,10 @@ inline constexpr CardControl sdrplay[] = {
     correction,
     bandwidth,
     centre,
-    {.key = "agc", .caption = "AGC", .kind = CardKind::check, .live = true, .fallback = "on"},
+    {.key = "agc", .caption = "AGC", .kind = CardKind::check, .fallback = "on"},
     {.key = "gain-reduction",
      .caption = "IF reduction (dB)",
      .kind = CardKind::slider,
-     .live = true,
      .fallback = "50",
      .tooltip = "IF gain, increasing to the right. With AGC on, follows the actual API gain-change notifications; turn "
                 "AGC off to adjust manually",
@@ -97,19 +92,16 @@ inline constexpr CardControl sdrplay[] = {
     {.key = "lna-state",
      .caption = "RF Gain",
      .kind = CardKind::choice,
-     .live = true,
      .fallback = "0",
      .tooltip = "Gain relative to maximum; states depend on model, capture frequency and antenna."},
     {.key = "rf-notch",
      .caption = "MW / FM notch",
      .kind = CardKind::check,
-     .live = true,
      .fallback = "off",
      .tooltip = "Hardware MW/FM broadcast notch; supported models only. Applies live."},
     {.key = "mw-notch",
      .caption = "MW notch (Hi-Z, RSPduo)",
      .kind = CardKind::check,
-     .live = true,
      .fallback = "off",
      .tooltip = "Separate RSPduo tuner-A Hi-Z MW notch. Applies live."},
 };
@@ -118,7 +110,6 @@ inline constexpr CardControl rx888[] = {
     {.key = "rx888-attenuation",
      .caption = "HF attenuator (dB)",
      .kind = CardKind::slider,
-     .live = true,
      .fallback = "10",
      .tooltip =
          "Front-end step attenuator, 0.5 dB steps; applies live. Raise it when the RF badge reports an overload.",
@@ -126,7 +117,6 @@ inline constexpr CardControl rx888[] = {
     {.key = "rx888-gain",
      .caption = "VGA gain (dB)",
      .kind = CardKind::slider,
-     .live = true,
      .fallback = "0",
      .tooltip = "AD8370 variable-gain amplifier after the attenuator; applies live, and the applied step is "
                 "approximate. Lower it when the RF badge reports an overload.",
@@ -174,11 +164,10 @@ inline constexpr CardControl rtl_sdr[] = {
      .tooltip = "Feeds the antenna straight to the converter, past the tuner, for HF up to 28.8 MHz. Automatic decides "
                 "by the bands and what is known of the dongle. Changes require a restart.",
      .choices = direct_sampling},
-    {.key = "agc", .caption = "Tuner AGC", .kind = CardKind::check, .live = true, .fallback = "on"},
+    {.key = "agc", .caption = "Tuner AGC", .kind = CardKind::check, .fallback = "on"},
     {.key = "rtl-gain",
      .caption = "Tuner gain (dB)",
      .kind = CardKind::slider,
-     .live = true,
      .fallback = "25",
      .tooltip = "Gain of the dongle's tuner, which takes the nearest of its steps; applies live.",
      .slider = {-10, 60, 0.5, SliderScale::plain, " dB", 1}},

@@ -136,11 +136,12 @@ void CardWidget::adopt(GtkWidget* widget, GtkWidget* operated) {
 }
 
 void CardWidget::show(const std::string& value) {
-  if (this->value() != value && !being_typed()) put(value);
+  if ((this->value() != value && !being_typed()) || !shown_) put(value);
 }
 
 void CardWidget::put(const std::string& value) {
   const ChangeGuard::Quiet quiet(guard_);
+  shown_ = true;
   put_value(value);
 }
 

@@ -59,6 +59,7 @@ class CardWidget {
   GtkWidget* widget_ = nullptr;
   GtkWidget* operated_ = nullptr;
   GtkWidget* caption_ = nullptr;
+  bool shown_ = false;  ///< a value has been put on it
 };
 
 /// `changed` is called for each change that the operator makes.

@@ -1,5 +1,7 @@
 #include "gui/config/config_page.h"
 
+#include <algorithm>
+
 #include "gui/kit/ui_scale.h"
 #include "gui/kit/widgets.h"
 #include "gui/settings/setting_grid.h"
@@ -47,8 +49,9 @@ GtkWidget* folded_card(const char* title, GtkWidget* content, const char* help) 
 
 }  // namespace
 
-ConfigPage::ConfigPage(ConfigActions actions)
+ConfigPage::ConfigPage(ConfigActions actions, MeterSource meters)
     : actions_(std::move(actions)),
+      meters_(std::move(meters)),
       header_(kit::horizontal_box(10)),
       rows_(actions_, guard_),
       cards_box_(flow_box()),
@@ -95,7 +98,7 @@ void ConfigPage::rebuild(const options::Station& station) {
   rows_.rebuild(station.receivers);
   for (const options::ReceiverProfile& receiver : station.receivers) {
     const launcher::Family family = family_of(effective_settings(station.common, receiver.settings));
-    auto card = std::make_unique<ReceiverCard>(receiver, family, actions_, guard_);
+    auto card = std::make_unique<ReceiverCard>(receiver, family, actions_, meters_, guard_);
     add_card(cards_box_, card->widget());
     cards_.emplace(receiver.serial, std::move(card));
   }
@@ -110,6 +113,14 @@ void ConfigPage::show_defaults(const StationView& view) {
 
 void ConfigPage::show_applied(const std::string& serial, const options::Profile& settings) {
   if (const auto card = cards_.find(serial); card != cards_.end()) card->second->show_applied(settings);
+}
+
+void ConfigPage::show_meters(const std::string& serial) {
+  if (const auto card = cards_.find(serial); card != cards_.end()) card->second->show_meters();
+}
+
+bool ConfigPage::meters_shown() const {
+  return std::any_of(cards_.begin(), cards_.end(), [](const auto& card) { return card.second->meters_mapped(); });
 }
 
 }  // namespace gui

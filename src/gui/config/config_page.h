@@ -18,7 +18,7 @@ namespace gui {
 /// Main thread only.
 class ConfigPage {
  public:
-  explicit ConfigPage(ConfigActions actions);
+  explicit ConfigPage(ConfigActions actions, MeterSource meters = {});
   ConfigPage(const ConfigPage&) = delete;
   ConfigPage& operator=(const ConfigPage&) = delete;
   ~ConfigPage();
@@ -29,8 +29,13 @@ class ConfigPage {
 
   /// Puts the station on the controls; never an edit. Cards are made anew only when the set of receivers changed.
   void show(const StationView& view);
-  /// The engine refused an edit: the controls return to these values. Never an edit; unknown serials are ignored.
+  /// The engine refused live edits: the controls that were edited return to these values. Never an edit; unknown
+  /// serials are ignored.
   void show_applied(const std::string& serial, const options::Profile& settings);
+  /// There is a new reading of this receiver: its card alone is drawn. Unknown serials are ignored.
+  void show_meters(const std::string& serial);
+  /// Some meter is on the screen.
+  [[nodiscard]] bool meters_shown() const;
 
  private:
   using Receivers = std::vector<std::pair<std::string, std::string>>;  ///< serial, and what else makes its card
@@ -39,6 +44,7 @@ class ConfigPage {
   void show_defaults(const StationView& view);
 
   const ConfigActions actions_;
+  const MeterSource meters_;
   ChangeGuard guard_;
   GtkWidget* page_;
   GtkWidget* header_;

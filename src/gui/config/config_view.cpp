@@ -1,5 +1,7 @@
 #include "gui/config/config_view.h"
 
+#include "base/text.h"
+#include "launcher/catalogue/bands.h"
 #include "launcher/receiver_overlay.h"
 
 namespace gui {
@@ -19,6 +21,24 @@ std::map<std::string, PlannedCapture> planned_captures(const std::vector<launche
     planned[launch.name] = {launch.capture.center,
                             std::string(launcher::value_or(launch.profile, "direct-sampling", ""))};
   return planned;
+}
+
+std::optional<known_cost::Estimate> known_estimate(const options::Profile& common) {
+  if (launcher::value_or(common, "known-channels", "false") != "true") return std::nullopt;
+  const auto value = [&](const char* key) -> std::optional<std::string_view> {
+    const auto found = common.find(key);
+    return found == common.end() ? std::nullopt : std::optional<std::string_view>(found->second);
+  };
+  std::vector<std::string> bands;
+  for (const std::string_view band : base::split(launcher::value_or(common, "bands", ""), ','))
+    if (!base::trim(band).empty()) bands.push_back(launcher::normalise_band(base::trim(band)));
+  try {
+    const auto filters =
+        sig::parse_known_filters(value("known-modes"), value("known-band-modes"), value("fax-channels"));
+    return known_cost::estimate(filters, bands, known_cost::physical_cores());
+  } catch (const std::exception&) {
+    return std::nullopt;  // the plan says what is wrong with them
+  }
 }
 
 options::Station with_setting(options::Station station, const std::string& serial, const std::string& key,

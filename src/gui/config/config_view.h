@@ -1,6 +1,7 @@
 // What the SDR Config tab shows, and what it asks the launcher to do. No toolkit here.
 #pragma once
 
+#include <cstdint>
 #include <functional>
 #include <map>
 #include <optional>
@@ -8,8 +9,11 @@
 #include <string>
 
 #include "launcher/band_choices.h"
+#include "launcher/catalogue/known_cost.h"
+#include "launcher/device_status.h"
 #include "launcher/receiver_launch.h"
 #include "options/station.h"
+#include "receiver/meter_snapshot.h"
 
 namespace gui {
 
@@ -21,15 +25,31 @@ struct PlannedCapture {
 /// By serial.
 std::map<std::string, PlannedCapture> planned_captures(const std::vector<launcher::ReceiverLaunch>& launches);
 
+/// What decoding the known frequencies of the ticked bands costs; nullopt when it costs nothing, or is off.
+std::optional<known_cost::Estimate> known_estimate(const options::Profile& common);
+
 /// The station at one moment.
 struct StationView {
   options::Station station;  ///< `available` as the last discovery has it
   const launcher::BandChoices& choices;
   std::map<std::string, PlannedCapture> planned;
-  std::set<std::string> running;                   ///< serials whose engines run
-  std::map<std::string, std::string> status = {};  ///< by serial, what a listing says: "missing", "busy", …
-  std::string estimate = {};                       ///< of the CPU time; empty for none
-  bool estimate_warns = false;
+  std::set<std::string> running;           ///< serials whose engines run
+  launcher::DeviceStatuses statuses = {};  ///< of the last listing
+  std::optional<known_cost::Estimate> estimate = {};
+};
+
+/// Where the cards find what the running engines say. All are called on the main thread.
+struct MeterSource {
+  /// Null for a receiver that has not been asked yet.
+  std::function<const receiver::MeterSnapshot*(const std::string& serial)> snapshot = [](const std::string&) {
+    return nullptr;
+  };
+  /// Of a running receiver; else null.
+  std::function<const launcher::ReceiverLaunch*(const std::string& serial)> launch = [](const std::string&) {
+    return nullptr;
+  };
+  /// Microseconds of the snapshots' clock.
+  std::function<std::int64_t()> now = [] { return std::int64_t{0}; };
 };
 
 /// All are called on the main thread, for what the operator does and for nothing else. An empty value is Automatic.

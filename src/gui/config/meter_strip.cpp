@@ -5,9 +5,11 @@
 namespace gui {
 namespace {
 
-constexpr const char* badge_styles[] = {"rf-overload", "rf-recovered", "muted"};
-// Wide enough for "−100.0 dB", so that the bar does not change its length with the number.
-constexpr int readout_characters = 9;
+using receiver::BadgeLook;
+
+constexpr BadgeLook badge_looks[] = {BadgeLook::muted, BadgeLook::overload, BadgeLook::recovered};
+// Wide enough for "−100.0 dBFS", so that the bar does not change its length with the number.
+constexpr int readout_characters = 11;
 constexpr int badge_characters = 4;
 
 GtkWidget* fixed_label(int characters) {
@@ -40,19 +42,26 @@ gboolean MeterStrip::tell_level(GtkWidget*, gint, gint, gboolean, GtkTooltip* to
   return !text.empty();
 }
 
-void MeterStrip::show_level(const std::optional<kit::LevelBar::Level>& level, const std::string& readout,
-                            const std::string& tooltip) {
-  bar_.show(level);
-  level_tooltip_ = tooltip;
-  if (readout == gtk_label_get_text(GTK_LABEL(readout_))) return;
-  gtk_label_set_text(GTK_LABEL(readout_), readout.c_str());
-  kit::set_accessible(bar_.widget(), {}, readout);
+void MeterStrip::show(const receiver::MeterView& view) {
+  show_level(view);
+  show_badge(view.badge);
 }
 
-void MeterStrip::show_badge(const Badge& badge) {
+void MeterStrip::show_level(const receiver::MeterView& view) {
+  const receiver::LevelBar& level = view.level;
+  level_tooltip_ = level.tooltip;
+  std::optional<kit::LevelBar::Level> drawn;
+  if (level.marker) drawn = {level.fill, level.marker, view.badge.look == BadgeLook::overload};
+  bar_.show(drawn);
+  if (view.rf_text == gtk_label_get_text(GTK_LABEL(readout_))) return;
+  gtk_label_set_text(GTK_LABEL(readout_), view.rf_text.c_str());
+  kit::set_accessible(bar_.widget(), {}, view.rf_text);
+}
+
+void MeterStrip::show_badge(const receiver::RfBadge& badge) {
   kit::set_text(badge_, badge.label);
-  for (const char* style : badge_styles)
-    kit::set_class(badge_, style, badge.style == style);
+  for (const receiver::BadgeLook look : badge_looks)
+    kit::set_class(badge_, receiver::badge_class(look), badge.look == look);
   if (badge.tooltip == badge_tooltip_) return;
   badge_tooltip_ = badge.tooltip;
   kit::set_tooltip(badge_, badge.tooltip);

@@ -66,6 +66,11 @@ SelectionLine selection_line(const options::Station& station, const options::Rec
   return {base::valid_utf8(text), false};
 }
 
+std::string with_status(const std::string& label, launcher::DeviceStatus status) {
+  const std::string_view word = launcher::device_status_word(status);
+  return word.empty() ? label : fmt::format("{} · {}", label, word);
+}
+
 std::string remove_tooltip(bool running) {
   return running ? "Stop this receiver before removing it."
                  : "Take this receiver out of the session. Its settings are kept and return if it is listed again.";

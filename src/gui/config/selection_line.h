@@ -5,6 +5,7 @@
 #include <string>
 
 #include "launcher/band_choices.h"
+#include "launcher/device_status.h"
 #include "options/station.h"
 
 namespace gui {
@@ -19,7 +20,10 @@ struct SelectionLine {
 SelectionLine selection_line(const options::Station& station, const options::ReceiverProfile& receiver,
                              const launcher::ReceiverChoice* choice);
 
-/// Whether Remove may be pressed, and its tooltip.
+/// The receiver's label with what the last listing says of it: "RSP2 · ONE · missing".
+std::string with_status(const std::string& label, launcher::DeviceStatus status);
+
+/// The tooltip of Remove, which a running receiver does not take.
 std::string remove_tooltip(bool running);
 /// The question before a receiver is taken out of the session.
 std::string removal_question(const options::ReceiverProfile& receiver, bool attached);

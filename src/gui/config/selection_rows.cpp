@@ -12,6 +12,8 @@
 namespace gui {
 namespace {
 
+using launcher::DeviceStatus;
+
 constexpr const char* no_receiver = "No receiver is listed yet.";
 
 bool ticked(GtkWidget* check) {
@@ -104,12 +106,12 @@ void SelectionRows::show(const StationView& view) {
 void SelectionRows::show_row(Row& row, const StationView& view) {
   const options::ReceiverProfile& receiver = row.receiver;
   const std::string& serial = receiver.serial;
-  const auto status = view.status.find(serial);
   const bool running = view.running.contains(serial);
-  row.attached = receiver.available || running || (status != view.status.end() && status->second != "missing");
-  std::string name = base::valid_utf8(receiver.label());
-  if (status != view.status.end()) name += " · " + status->second;
-  kit::set_button_text(row.tick, name);
+  const auto listed = view.statuses.find(serial);
+  const auto status = listed == view.statuses.end() ? DeviceStatus::missing : listed->second;
+  row.attached = running || status != DeviceStatus::missing;
+  const std::string name = base::valid_utf8(receiver.label());
+  kit::set_button_text(row.tick, listed == view.statuses.end() ? name : with_status(name, status));
   set_ticked(row.tick, receiver.enabled);
   set_ticked(row.spot, receiver.spot);
   set_ticked(row.share, receiver.share);
@@ -117,7 +119,7 @@ void SelectionRows::show_row(Row& row, const StationView& view) {
   kit::set_text(row.line, line.text);
   kit::set_class(row.line, "warning", line.warning);
   kit::set_class(row.line, "muted", !line.warning);
-  kit::set_accessible(row.tick, name, line.text);
+  kit::set_accessible(row.tick, {}, line.text);
   kit::set_sensitive(row.remove, !running);
   kit::set_tooltip(row.remove, remove_tooltip(running));
 }

@@ -15,6 +15,8 @@ constexpr int readout_characters = 8;
 GtkWidget* new_scale(const SliderLimits& limits) {
   GtkWidget* scale = gtk_scale_new_with_range(GTK_ORIENTATION_HORIZONTAL, limits.lowest, limits.highest, limits.step);
   gtk_scale_set_draw_value(GTK_SCALE(scale), FALSE);
+  // Where zero lies inside the range, a bar from the left end would say nothing.
+  gtk_scale_set_has_origin(GTK_SCALE(scale), limits.lowest >= 0 || limits.highest <= 0);
   gtk_widget_set_hexpand(scale, TRUE);
   gtk_widget_show(scale);
   return scale;
@@ -54,6 +56,7 @@ void SliderWidget::slid() {
     if (number_) gtk_spin_button_set_value(GTK_SPIN_BUTTON(number_), slider_value(limits, position));
   }
   following_ = false;
+  reading_.reset();
   const bool moved = now != value_;
   value_ = now;
   show_text();
@@ -85,20 +88,23 @@ void SliderWidget::put_value(const std::string& value) {
 }
 
 void SliderWidget::show_text() {
-  if (readout_) kit::set_text(readout_, slider_text(control_.slider, gtk_range_get_value(GTK_RANGE(scale_))));
+  if (!readout_) return;
+  const double position = gtk_range_get_value(GTK_RANGE(scale_));
+  kit::set_text(readout_, reading_ ? *reading_ : slider_text(control_.slider, position));
 }
 
-void SliderWidget::follow(std::optional<double> value, const std::string& text) {
+void SliderWidget::follow(std::optional<double> value, const std::string& reading) {
   const ChangeGuard::Quiet quiet(guard_);
   following_ = true;
+  reading_ = reading;
   if (value) place(*value);
-  if (readout_) kit::set_text(readout_, text);
+  show_text();
 }
 
-void SliderWidget::show_own() {
-  if (!following_) return;
-  following_ = false;
-  put(value_);
+void SliderWidget::show_own(const std::optional<std::string>& reading) {
+  reading_ = reading;
+  if (std::exchange(following_, false)) return put(value_);
+  show_text();
 }
 
 }  // namespace gui

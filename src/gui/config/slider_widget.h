@@ -11,10 +11,10 @@ class SliderWidget : public CardWidget {
 
   [[nodiscard]] std::string value() const override { return value_; }
   /// Shows what the hardware does in place of the value, until show_own(): the slider moves, the value stays. Without a
-  /// position the slider keeps its place, and only the text changes. Never an edit.
-  void follow(std::optional<double> value, const std::string& text);
-  /// Shows the value again.
-  void show_own();
+  /// value the slider keeps its place. Never an edit.
+  void follow(std::optional<double> value, const std::string& reading);
+  /// Shows the value again, with what the hardware says beside it; without that, the value's own number.
+  void show_own(const std::optional<std::string>& reading = {});
 
  private:
   void put_value(const std::string& value) override;
@@ -27,6 +27,7 @@ class SliderWidget : public CardWidget {
   GtkWidget* number_ = nullptr;   ///< a spin button, where the number can be typed
   GtkWidget* readout_ = nullptr;  ///< a label, where it cannot
   std::string value_;
+  std::optional<std::string> reading_;  ///< beside the slider in place of its number
   bool following_ = false;
 };
 
