@@ -8,6 +8,7 @@
 
 #include "base/numbers.h"
 #include "inspect/answer.h"
+#include "inspect/plan_refusal.h"
 #include "inspect/profile_input.h"
 #include "inspect/subcommand.h"
 #include "launcher/band_choices.h"
@@ -56,14 +57,6 @@ double median_seconds(unsigned repeats, const Model& model) {
   return seconds[seconds.size() / 2];
 }
 
-json::object details_of(const launcher::PlanError& error) {
-  return {{"code", static_cast<int>(error.code)},
-          {"band", json_text(error.band)},
-          {"serial", json_text(error.serial)},
-          {"key", json_text(error.key)},
-          {"value", json_text(error.value)}};
-}
-
 json::array texts(const std::vector<std::string>& list) {
   json::array array;
   for (const std::string& text : list)
@@ -110,9 +103,7 @@ void run_plan(const Arguments& arguments) {
   try {
     if (refused) std::rethrow_exception(refused);
   } catch (const launcher::PlanError& error) {
-    Refusal refusal("plan", error.what());
-    refusal.details = details_of(error);
-    refuse(std::move(refusal));
+    refuse(plan_refusal(error));
   } catch (const std::runtime_error& error) {
     refuse(Refusal("settings", error.what()));
   }
@@ -162,7 +153,7 @@ void run_choices(const Arguments& arguments) {
   if (choices.error) {
     const bool planned = choices.error->code != launcher::PlanCode::other;
     json::object error{{"text", json_text(choices.error->text())}, {"kind", planned ? "plan" : "settings"}};
-    const json::object details = details_of(*choices.error);
+    const json::object details = plan_refusal(*choices.error).details;
     if (planned) error.insert(details.begin(), details.end());
     answer["error"] = std::move(error);
   }

@@ -19,8 +19,8 @@ std::string read_bounded(Input& input) {
 
 }  // namespace
 
-options::Profile read_profile_operand(const Arguments& arguments, bool allow_multi) {
-  const std::string path(arguments.operand(0, "FILE"));
+options::Profile read_profile_operand(const Arguments& arguments, bool allow_multi, std::size_t index) {
+  const std::string path(arguments.operand(index, "FILE"));
   Input input(path);
   const std::string text = read_bounded(input);
   try {
