@@ -58,6 +58,8 @@ App::App(Setup setup)
   supervisor_->use_engine(setup_.tuner);
   devices_ = std::make_unique<receiver::DeviceWatch>(device_hooks(), setup_.programs, setup_.device_timing);
   devices_->use_engine(setup_.tuner);
+  apply_ = std::make_unique<ApplyFlow>(apply_surroundings());
+  meters_ = std::make_unique<receiver::MeterPoller>(meter_hooks());
   start_when_opened_ = std::make_unique<receiver::StartWhenOpened>(start_when_opened_access(), setup_.timing);
 }
 
@@ -86,6 +88,7 @@ void App::open() {
   devices_->begin_snapshots();
   devices_->refresh(receiver::DiscoveryCause::opened);
   if (choices_.get("Startup", "start-receivers", false)) start_when_opened_->arm();
+  meters_->start();
   tick_ = base::Timer::repeating(tick_period, [this] {
     refresh_counters();
     count_psk_reports();
@@ -156,6 +159,8 @@ void App::launch_session(std::vector<launcher::ReceiverLaunch> planned) {
     supervisor_->begin_session();
     launches_ = std::move(planned);
     activity_.begin_session(launches_);
+    meters_->begin_session();
+    apply_->begin_session();
     dashboard_->rebuild();
     supervisor_->launch_all(std::move(prepared), launches_);
   } catch (const std::exception& error) {
@@ -177,6 +182,7 @@ void App::undo_start(const std::string& reason) {
 }
 
 void App::stop_receivers() {
+  apply_->keep_unsent();
   stop_asked_ = true;
   supervisor_->stop_receivers();
   refresh();
@@ -217,21 +223,7 @@ void App::show_unreadable_note() {
 }
 
 void App::apply_and_save() {
-  const bool differed = session_->differs();
-  try {
-    session_->save();
-    session_->save_opened();
-  } catch (const std::exception& error) {
-    return show_error(fmt::format("Could not save session settings: {}", error.what()));
-  }
-  session_->store_fingerprint();
-  if (!receiving())
-    report("Settings saved. The receivers use them when they start.");
-  else if (differed)
-    report("Settings saved. Running receivers keep theirs until they are started again.");
-  else
-    report("Settings saved; the running receivers already use them.");
-  refresh();
+  apply_->apply_and_save();
 }
 
 void App::settings_edited() {
@@ -240,6 +232,13 @@ void App::settings_edited() {
   session_->set_profile(profile);
   session_->request_autosave();
   refresh();
+}
+
+void App::change_station(const options::Station& station) {
+  const options::Profile profile = options::render_station(station);
+  if (profile == session_->profile()) return;
+  session_->set_profile(profile);
+  session_->request_autosave();
 }
 
 void App::plan_selection() {
@@ -260,11 +259,47 @@ void App::plan_selection() {
 
 void App::show_plan() {
   plan_page_->show(plan_cards(selection_), plan_error_ ? plan_error_->text() : "");
-  try {
-    receivers_page_->show(receiver_cards(session_->profile()), "");
-  } catch (const std::exception& error) {
-    receivers_page_->show({}, error.what());
+}
+
+void App::show_receivers() {
+  const options::Station station = session_->station();
+  const launcher::BandChoices choices = launcher::band_choices(station);
+  const std::set<std::string> running = running_receivers();
+  auto planned = planned_captures(selection_);
+  for (const auto& [name, capture] : planned_captures(launches_))
+    if (running.contains(name)) planned[name] = capture;
+  config_page_->show({.station = station,
+                      .choices = choices,
+                      .planned = std::move(planned),
+                      .running = running,
+                      .statuses = devices_->statuses(),
+                      .estimate = known_estimate(station.common)});
+}
+
+const launcher::ReceiverLaunch* App::find_launch(const std::string& name) const {
+  const auto found =
+      std::find_if(launches_.begin(), launches_.end(), [&](const auto& each) { return each.name == name; });
+  return found == launches_.end() ? nullptr : &*found;
+}
+
+std::vector<receiver::MeterTarget> App::meter_targets() const {
+  std::vector<receiver::MeterTarget> targets;
+  if (supervisor_->closing()) return targets;
+  for (const auto& child : supervisor_->children()) {
+    const launcher::ReceiverLaunch* launch = find_launch(child->name);
+    if (child->temporary || child->exit_seen || child->stop_requested || !launch || launch->control_path.empty())
+      continue;
+    targets.push_back({child->name, launch->control_path});
   }
+  return targets;
+}
+
+// The readings of an engine that has gone go with it.
+void App::forget_readings() {
+  const auto targets = meter_targets();
+  for (const auto& launch : launches_)
+    if (std::none_of(targets.begin(), targets.end(), [&](const auto& target) { return target.name == launch.name; }))
+      meters_->forget(launch.name);
 }
 
 FooterFacts App::footer_facts() const {
@@ -280,7 +315,8 @@ FooterFacts App::footer_facts() const {
   facts.planned_receivers = static_cast<int>(selection_.size());
   facts.receiving = receiving();
   facts.stopping = stop_asked_;
-  facts.settings_differ = session_->differs();
+  facts.settings_differ = receiving() ? apply_->differs_from_running() : session_->differs();
+  facts.applying = apply_->busy();
   return facts;
 }
 
@@ -291,6 +327,8 @@ void App::refresh() {
   footer_->show(footer_state(footer_facts()));
   footer_->show_profile(session_->config_path());
   settings_page_->set_receiving(receiving());
+  forget_readings();
+  show_receivers();
   refresh_bar_->show(devices_->checking(), !busy(), devices_->status_text());
   refreshing_ = false;
 }

@@ -12,6 +12,8 @@
 #include "base/signal_connection.h"
 #include "base/time_text.h"
 #include "base/timer.h"
+#include "gui/apply_flow.h"
+#include "gui/config/config_page.h"
 #include "gui/footer.h"
 #include "gui/kit/ui_scale.h"
 #include "gui/launcher_arguments.h"
@@ -25,6 +27,7 @@
 #include "launcher/receiver_launch.h"
 #include "options/session.h"
 #include "receiver/device_watch.h"
+#include "receiver/meter_poller.h"
 #include "receiver/start_when_opened.h"
 #include "receiver/supervisor.h"
 #include "results/activity_model.h"
@@ -86,7 +89,7 @@ class App {
 
   [[nodiscard]] bool receiving() const { return supervisor_->receiving(); }
   /// One receiver operation is in flight; such operations exclude one another.
-  [[nodiscard]] bool busy() const { return devices_->busy(); }
+  [[nodiscard]] bool busy() const { return devices_->busy() || apply_->busy(); }
   /// The window has closed: run() returns, or has returned.
   [[nodiscard]] bool closed() const { return closed_; }
   [[nodiscard]] MainWindow& window() { return *window_; }
@@ -106,15 +109,24 @@ class App {
   Footer::Actions footer_actions();
   options::SessionHooks session_hooks();
   SettingsSurroundings settings_surroundings();
+  ApplySurroundings apply_surroundings();
+  ConfigActions config_actions();
+  MeterSource meter_source();
+  receiver::MeterHooks meter_hooks();
   [[nodiscard]] options::SessionPlace session_place() const;
 
   void show_profile();
   void settings_edited();
+  void change_station(const options::Station& station);
+  [[nodiscard]] const launcher::ReceiverLaunch* find_launch(const std::string& name) const;
+  [[nodiscard]] std::vector<receiver::MeterTarget> meter_targets() const;
   [[nodiscard]] std::set<std::string> running_receivers() const;
   [[nodiscard]] bool selects_receiver() const;
   void show_unreadable_note();
   void plan_selection();
   void show_plan();
+  void show_receivers();
+  void forget_readings();
   [[nodiscard]] FooterFacts footer_facts() const;
   void launch_session(std::vector<launcher::ReceiverLaunch> planned);
   void undo_start(const std::string& reason);
@@ -142,14 +154,16 @@ class App {
   std::unique_ptr<options::Session> session_;
   std::unique_ptr<receiver::Supervisor> supervisor_;
   std::unique_ptr<receiver::DeviceWatch> devices_;
+  std::unique_ptr<ApplyFlow> apply_;
   std::unique_ptr<receiver::StartWhenOpened> start_when_opened_;
+  std::unique_ptr<receiver::MeterPoller> meters_;
 
   // Pages.
   std::unique_ptr<MainWindow> window_;
   std::unique_ptr<Footer> footer_;
   std::unique_ptr<TextCardsPage> plan_page_;
   std::unique_ptr<RefreshBar> refresh_bar_;
-  std::unique_ptr<TextCardsPage> receivers_page_;
+  std::unique_ptr<ConfigPage> config_page_;
   std::unique_ptr<SettingsPage> settings_page_;
   std::unique_ptr<Dashboard> dashboard_;
   std::unique_ptr<LogsPage> logs_page_;

@@ -31,7 +31,7 @@ void App::build_pages() {
   footer_ = std::make_unique<Footer>(footer_actions());
   plan_page_ = std::make_unique<TextCardsPage>();
   refresh_bar_ = std::make_unique<RefreshBar>([this] { refresh_receivers(); });
-  receivers_page_ = std::make_unique<TextCardsPage>();
+  config_page_ = std::make_unique<ConfigPage>(config_actions(), meter_source());
   dashboard_ = std::make_unique<Dashboard>(activity_, choices_, setup_.clock, say);
   settings_page_ = std::make_unique<SettingsPage>(settings_surroundings());
   logs_page_ = std::make_unique<LogsPage>(choices_);
@@ -40,10 +40,8 @@ void App::build_pages() {
 void App::append_pages() {
   const auto live = [this](results::Family family) { return dashboard_->page(family); };
   window_->append_page("Modes / Frequencies", plan_page_->widget());
-  GtkWidget* receivers = kit::vertical_box(14);
-  kit::add(receivers, refresh_bar_->widget());
-  kit::add(receivers, receivers_page_->widget(), true);
-  window_->append_page("SDR Config", receivers);
+  kit::add(config_page_->header(), refresh_bar_->widget(), true);
+  window_->append_page("SDR Config", config_page_->widget());
   window_->append_page("Settings", settings_page_->widget());
   window_->append_page("Audio Receivers",
                        coming_page("AUDIO RECEIVERS",

@@ -2,6 +2,8 @@
 #include "gui/app.h"
 #include "gui/kit/dialogs.h"
 #include "options/profile.h"
+#include "receiver/control_client.h"
+#include "receiver/control_requests.h"
 
 namespace gui {
 
@@ -17,11 +19,7 @@ receiver::SupervisorHooks App::supervisor_hooks() {
   };
   hooks.save_session = [this] { session_->save(); };
   hooks.session_ended = [this] { session_ended(); };
-  hooks.find_launch = [this](const std::string& name) -> const launcher::ReceiverLaunch* {
-    for (const auto& launch : launches_)
-      if (launch.name == name) return &launch;
-    return nullptr;
-  };
+  hooks.find_launch = [this](const std::string& name) { return find_launch(name); };
   hooks.changed = [this] { refresh(); };
   hooks.start_again = [this] { start_receivers(); };
   hooks.quit = [this] {
@@ -79,6 +77,70 @@ SettingsSurroundings App::settings_surroundings() {
   surroundings.edited = [this](const std::string&) { settings_edited(); };
   surroundings.show_error = [this](const std::string& text) { show_error(text); };
   return surroundings;
+}
+
+ApplySurroundings App::apply_surroundings() {
+  ApplySurroundings surroundings{*session_, *supervisor_, launches_, receiver::control_request};
+  surroundings.report = [this](const std::string& text, const std::string& label) { report(text, label); };
+  surroundings.show_error = [this](const std::string& text) { show_error(text); };
+  surroundings.show_status = [this](const std::string& text) { footer_->show_message(text); };
+  surroundings.refresh = [this] { refresh(); };
+  surroundings.launches_changed = [this] {
+    activity_.change_plan(launches_);
+    dashboard_->rebuild();
+  };
+  surroundings.set_setting = [this](const std::string& serial, const std::string& key, const std::string& value) {
+    change_station(with_setting(session_->station(), serial, key, value));
+  };
+  surroundings.show_applied = [this](const std::string& name, const receiver::Settings& values) {
+    config_page_->show_applied(name, values);
+  };
+  surroundings.other_operation = [this] { return devices_->busy(); };
+  return surroundings;
+}
+
+ConfigActions App::config_actions() {
+  ConfigActions actions;
+  actions.edit = [this](const std::string& serial, const std::string& key, const std::string& value) {
+    change_station(with_setting(session_->station(), serial, key, value));
+  };
+  actions.edit_live = [this](const std::string& serial, const std::string& key, const std::string& value) {
+    apply_->edit_live(serial, key, value);
+  };
+  actions.edit_common = [this](const std::string& key, const std::string& value) {
+    change_station(with_common(session_->station(), key, value));
+  };
+  const auto box = [this](bool options::ReceiverProfile::*ticked) {
+    return [this, ticked](const std::string& serial, bool on) {
+      change_station(with_box(session_->station(), serial, ticked, on));
+    };
+  };
+  actions.set_enabled = box(&options::ReceiverProfile::enabled);
+  actions.set_spot = box(&options::ReceiverProfile::spot);
+  actions.set_share = box(&options::ReceiverProfile::share);
+  actions.remove = [this](const std::string& serial) { session_->remove_receiver(serial); };
+  return actions;
+}
+
+MeterSource App::meter_source() {
+  MeterSource source;
+  source.snapshot = [this](const std::string& serial) { return meters_->snapshot(serial); };
+  source.launch = [this](const std::string& serial) { return find_launch(serial); };
+  source.now = [] { return g_get_monotonic_time(); };
+  return source;
+}
+
+receiver::MeterHooks App::meter_hooks() {
+  constexpr int limit_ms = 200;
+  receiver::MeterHooks hooks;
+  hooks.targets = [this] { return meter_targets(); };
+  hooks.shown = [this] { return config_page_->meters_shown(); };
+  hooks.ask = [](const std::string& path) {
+    return receiver::control_request(path, std::string(receiver::meter_request), limit_ms);
+  };
+  hooks.changed = [this](const std::string& name) { config_page_->show_meters(name); };
+  hooks.now = [] { return g_get_monotonic_time(); };
+  return hooks;
 }
 
 options::SessionHooks App::session_hooks() {

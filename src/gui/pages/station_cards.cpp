@@ -3,7 +3,6 @@
 #include <fmt/format.h>
 
 #include "launcher/catalogue/bands.h"
-#include "options/station.h"
 
 namespace gui {
 namespace {
@@ -30,18 +29,6 @@ std::vector<TextCard> plan_cards(const std::vector<launcher::ReceiverLaunch>& la
       band = now;
     }
     if (card.lines.empty()) card.lines.emplace_back("No digital modes");
-    cards.push_back(std::move(card));
-  }
-  return cards;
-}
-
-std::vector<TextCard> receiver_cards(const options::Profile& profile) {
-  std::vector<TextCard> cards;
-  for (const auto& receiver : options::parse_station(profile).receivers) {
-    TextCard card{receiver.label() + (receiver.enabled ? "" : " · not ticked"), {}};
-    for (const auto& [key, value] : receiver.settings)
-      card.lines.push_back(fmt::format("{}   {}", key, value));
-    if (card.lines.empty()) card.lines.emplace_back("All settings on Automatic");
     cards.push_back(std::move(card));
   }
   return cards;
