@@ -1,0 +1,86 @@
+// Bringing changed settings to receivers that run, in the least disturbing way: what "Apply and Save" and the cards do.
+// Knows no widget.
+#pragma once
+
+#include <functional>
+#include <string>
+#include <vector>
+
+#include "base/background.h"
+#include "launcher/plan_change.h"
+#include "options/session.h"
+#include "receiver/apply_plan.h"
+#include "receiver/live_settings.h"
+#include "receiver/supervisor.h"
+
+namespace gui {
+
+/// What the flow works on. Everything outlives it; all but `transport` is called on the main thread.
+struct ApplySurroundings {
+  options::Session& session;
+  receiver::Supervisor& supervisor;
+  std::vector<launcher::ReceiverLaunch>& launches;  ///< the plan of the running session
+  receiver::Transport transport;                    ///< called on worker threads
+  std::function<void(const std::string& text, const std::string& label)> report = {};
+  std::function<void(const std::string& text)> show_error = {};
+  std::function<void(const std::string& text)> show_status = {};  ///< the words beside the buttons
+  std::function<void()> refresh = {};
+  std::function<void()> launches_changed = {};  ///< the cards of what is heard follow
+  /// A setting of a receiver in the session; an empty value is Automatic.
+  std::function<void(const std::string& serial, const std::string& key, const std::string& value)> set_setting = {};
+  /// A receiver's card returns to these values.
+  std::function<void(const std::string& name, const receiver::Settings& values)> show_applied = {};
+  std::function<bool()> other_operation = {};  ///< another receiver, audio or frequency operation is under way
+};
+
+/// Main thread only.
+class ApplyFlow {
+ public:
+  explicit ApplyFlow(ApplySurroundings surroundings);
+  ~ApplyFlow() { alive_.end(); }
+  ApplyFlow(const ApplyFlow&) = delete;
+  ApplyFlow& operator=(const ApplyFlow&) = delete;
+
+  /// Saves the settings, and brings what changed to the receivers that run.
+  void apply_and_save();
+  /// Tells running receivers of the live settings of a change; retunes afterwards if the change wants it.
+  void apply_live(const launcher::PlanChange& change);
+  /// Moves the running receivers to the selected bands.
+  void retune();
+
+  /// A live setting of a running receiver's card.
+  void edit_live(const std::string& name, const std::string& key, const std::string& value);
+  /// Sends the waiting edits of a card now.
+  void apply_live_sdr(const std::string& name) { live_.apply_live_sdr(name); }
+  /// New engines run with these settings.
+  void begin_session() { live_.begin_session(surroundings_.launches); }
+  /// Stop was pressed: edits that were not sent yet are the session's, as those of a stopped receiver are.
+  void keep_unsent();
+
+  /// A request to the running receivers is out.
+  [[nodiscard]] bool busy() const { return busy_; }
+  /// What a running session would have to change; nothing where the settings cannot be planned.
+  [[nodiscard]] bool differs_from_running() const;
+
+ private:
+  receiver::LiveSettingsHooks live_hooks();
+  [[nodiscard]] launcher::ReceiverLaunch* find_launch(const std::string& name);
+  [[nodiscard]] bool is_running(const std::string& name) const;
+  [[nodiscard]] std::vector<launcher::ReceiverLaunch> running_launches() const;
+
+  void apply_change(const launcher::PlanChange& change);
+  void restart_some(const launcher::PlanChange& change);
+  void settings_applied(const launcher::PlanChange& change, const receiver::ApplyOutcome& outcome);
+  void retuned(const std::vector<launcher::ReceiverLaunch>& targets, const receiver::ApplyOutcome& outcome);
+  void live_confirmed(const std::string& name, const receiver::Settings& confirmed);
+  void live_refused(const std::string& name, const std::string& reason, const receiver::Settings& shown);
+  void set_receiver_settings(const std::string& name, const receiver::Settings& settings);
+  void begin_operation(const std::string& status, const std::string& text);
+
+  ApplySurroundings surroundings_;
+  base::Liveness alive_;
+  bool busy_ = false;
+  receiver::LiveSettings live_;
+};
+
+}  // namespace gui
