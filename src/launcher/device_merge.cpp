@@ -39,10 +39,14 @@ void set_aside(Profile& settings, const Profile& common, std::string_view key) {
     settings.erase(std::string(key));
 }
 
-// The name as a profile can hold it: the listing's bytes may be anything.
+// As long as a name in the radio catalogue may be.
+constexpr std::size_t longest_model = 88;
+
+// The name as a profile can hold it, which knows one kind of quotation mark and no endless line: the listing's bytes
+// may be anything.
 std::string plain_model(std::string_view listed) {
-  std::string model = base::valid_utf8(listed);
-  std::erase_if(model, [](char c) { return static_cast<unsigned char>(c) < 32 || c == 127; });
+  std::string model = base::valid_utf8(listed.substr(0, longest_model));
+  std::erase_if(model, [](char c) { return static_cast<unsigned char>(c) < 32 || c == 127 || c == '"'; });
   return model;
 }
 

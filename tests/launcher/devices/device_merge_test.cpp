@@ -3,6 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "options/profile.h"
+
 namespace launcher {
 namespace {
 
@@ -112,10 +114,12 @@ TEST_F(DeviceMerge, ResetsOnlyASampleRateThatIsNone) {
 TEST_F(DeviceMerge, LeavesOutWhatNoProfileCanHold) {
   const auto merged =
       merge("0: RSP2 serial=a.b available=1\n1: RSP2 serial=" + std::string(65, 'x') +
-            " available=1\n2: R serial=OK available=1 backend=other\n3: R\x01\xff serial=FINE available=1\n");
+            " available=1\n2: R serial=OK available=1 backend=other\n3: R\x01\xff\"' serial=FINE available=1\n");
   EXPECT_EQ(merged.checked, 1U);
   ASSERT_EQ(inventory_.station.receivers.size(), 1U);
-  EXPECT_EQ(options::parse_station(options::render_station(inventory_.station)).receivers[0].model, "R\xEF\xBF\xBD");
+  const std::string file = options::render_profile(options::render_station(inventory_.station));
+  EXPECT_EQ(options::parse_station(options::parse_config_text(file, "file", true)).receivers.at(0).model,
+            "R\xEF\xBF\xBD'");
 }
 
 TEST_F(DeviceMerge, ReportsAnRx888WithoutMakingItAReceiver) {
