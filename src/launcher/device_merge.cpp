@@ -90,6 +90,9 @@ class Merge {
       tell(report);
     for (auto& receiver : receivers())
       reset_rate(receiver);
+    if (left_out_ > 0)
+      merged_.log.push_back(
+          fmt::format("Listed but left out: {}, for its serial, its backend or their number.", left_out_));
     return std::move(merged_);
   }
 
@@ -103,17 +106,19 @@ class Merge {
   }
 
   void add(const ListedDevice& device) {
-    if (!is_usable_serial(device.serial) || !parse_family(device.backend)) return;
+    if (!is_usable_serial(device.serial) || !parse_family(device.backend)) return leave_out();
     ++merged_.checked;
     const auto place =
         std::lower_bound(receivers().begin(), receivers().end(), device.serial,
                          [](const auto& receiver, const auto& serial) { return receiver.serial < serial; });
     if (place != receivers().end() && place->serial == device.serial) return find_again(*place, device);
-    if (receivers().size() >= most_receivers) return;
+    if (receivers().size() >= most_receivers) return leave_out();
     ReceiverProfile receiver = new_in_session(device);
     settle(receiver, device.status, usable(device));
     receivers().insert(place, std::move(receiver));
   }
+
+  void leave_out() { ++left_out_; }
 
   static bool usable(const ListedDevice& device) { return device.available && device.status == DeviceStatus::ready; }
 
@@ -167,6 +172,7 @@ class Merge {
   const Inventory& before_;
   const MergeSurroundings& around_;
   MergedDevices merged_;
+  std::size_t left_out_ = 0;
 };
 
 }  // namespace

@@ -116,6 +116,7 @@ TEST_F(DeviceMerge, LeavesOutWhatNoProfileCanHold) {
       merge("0: RSP2 serial=a.b available=1\n1: RSP2 serial=" + std::string(65, 'x') +
             " available=1\n2: R serial=OK available=1 backend=other\n3: R\x01\xff\"' serial=FINE available=1\n");
   EXPECT_EQ(merged.checked, 1U);
+  EXPECT_THAT(merged.log, ::testing::Contains("Listed but left out: 3, for its serial, its backend or their number."));
   ASSERT_EQ(inventory_.station.receivers.size(), 1U);
   const std::string file = options::render_profile(options::render_station(inventory_.station));
   EXPECT_EQ(options::parse_station(options::parse_config_text(file, "file", true)).receivers.at(0).model,
