@@ -66,7 +66,8 @@ Engine::Engine(const Scenario& scenario, const options::ReceiverOptions& options
       clock_(base::system_clock()(), scenario.rewind, scenario.time_scale),
       traffic_(scenario.seed, receiver_.activity, longitude_of(options.reporting.grid)),
       decode_log_(state_path(options.decoding.all_txt)),
-      health_(scenario, trouble_seed(scenario, receiver_), output) {}
+      health_(scenario, trouble_seed(scenario, receiver_), output),
+      control_(options, receiver_.control) {}
 
 int Engine::run() {
   if (receiver_.faults.ignore_term) stop_.ignore_term();
@@ -102,6 +103,7 @@ void Engine::plan_reception(double start) {
   for (const Channel& channel : channels_)
     plan_channel(channel, start);
   plan_signals(start);
+  plan_retunes(start);
   health_.plan(timeline_, start);
   if (options_.reporting.pskreporter) health_.plan_reports(timeline_, start);
 }
@@ -116,12 +118,29 @@ void Engine::plan_channel(const Channel& channel, double start) {
     return clock_.when(static_cast<double>(cycle + 1) * timing.cycle + timing.decoding);
   };
   const double first = scenario_.start_burst ? start : due(number);
-  timeline_.add(first, [this, channel, timing, due, number, feed = feed_for(channel)](double now) mutable {
-    const double cycle_start = static_cast<double>(number) * timing.cycle;
-    const auto decodes = feed(channel, cycle_start);
-    if (!decodes) return now + not_ready_yet;
-    tell(channel, cycle_start, *decodes);
-    return due(++number);
+  timeline_.add(first,
+                [this, channel, timing, due, number, feed = feed_for(channel), tuning = tuning_](double now) mutable {
+                  if (tuning != tuning_) return never;
+                  const double cycle_start = static_cast<double>(number) * timing.cycle;
+                  const auto decodes = feed(channel, cycle_start);
+                  if (!decodes) return now + not_ready_yet;
+                  tell(channel, cycle_start, *decodes);
+                  return due(++number);
+                });
+}
+
+/// The cycles that were being received are lost; the new channels begin with their next ones.
+void Engine::plan_retunes(double start) {
+  constexpr double look_again = 0.1;
+  timeline_.add(start, [this](double now) {
+    if (auto channels = control_.take_retune()) {
+      channels_ = std::move(*channels);
+      ++tuning_;
+      output_.line(fmt::format("Retuned to {} decoder channels", channels_.size()));
+      for (const Channel& channel : channels_)
+        plan_channel(channel, now);
+    }
+    return now + look_again;
   });
 }
 

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "options/receiver_options.h"
+#include "sim/control_socket.h"
 #include "sim/decode_log.h"
 #include "sim/health.h"
 #include "sim/output.h"
@@ -36,6 +37,7 @@ class Engine {
   void plan_reception(double start);
   void plan_channel(const Channel& channel, double start);
   void plan_signals(double start);
+  void plan_retunes(double start);
   [[nodiscard]] Feed feed_for(const Channel& channel);
   void open_recordings();
   void open_replay(double start);
@@ -43,7 +45,8 @@ class Engine {
 
   const Scenario& scenario_;
   const options::ReceiverOptions& options_;
-  const std::vector<Channel>& channels_;
+  std::vector<Channel> channels_;
+  unsigned tuning_ = 0;  ///< how often the channels have changed
   Receiver receiver_;
   StopSignal& stop_;
   Output& output_;
@@ -55,6 +58,7 @@ class Engine {
   std::unique_ptr<Recordings> recordings_;
   std::unique_ptr<KnownSignals> signals_;
   Timeline timeline_;
+  ControlSocket control_;
 };
 
 }  // namespace sim

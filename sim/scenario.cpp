@@ -60,6 +60,14 @@ bool on_or_off(std::string_view value) {
   refuse(value);
 }
 
+/// A list with commas.
+std::vector<std::string> words(std::string_view value) {
+  std::vector<std::string> list;
+  for (const auto each : base::split(value, ','))
+    list.emplace_back(base::trim(each));
+  return list;
+}
+
 /// A word of a small table, by its place.
 template <typename T, std::size_t N>
 T word(std::string_view value, const std::array<std::pair<std::string_view, T>, N>& words) {
@@ -103,7 +111,7 @@ struct Key {
 
 using ReceiverKey = Key<Receiver>;
 /// Behaviour and faults: in [faults] for every receiver, in [receiver SERIAL] for one.
-constexpr std::array<ReceiverKey, 17> receiver_keys{{
+constexpr std::array<ReceiverKey, 25> receiver_keys{{
     {"model", [](Receiver& r, std::string_view v) { r.model = v; }},
     {"backend", [](Receiver& r, std::string_view v) { r.backend = v; }},
     {"presence", [](Receiver& r, std::string_view v) { r.presence = presence(v); }},
@@ -121,6 +129,14 @@ constexpr std::array<ReceiverKey, 17> receiver_keys{{
     {"invalid-utf8-after", [](Receiver& r, std::string_view v) { r.faults.invalid_utf8_after = number(v); }},
     {"no-line-feed", [](Receiver& r, std::string_view v) { r.faults.no_line_feed = on_or_off(v); }},
     {"hold-pipe", [](Receiver& r, std::string_view v) { r.faults.hold_pipe = number(v); }},
+    {"control-refuse", [](Receiver& r, std::string_view v) { r.control.refuse = words(v); }},
+    {"control-late", [](Receiver& r, std::string_view v) { r.control.late = number(v); }},
+    {"control-hang", [](Receiver& r, std::string_view v) { r.control.hang = on_or_off(v); }},
+    {"control-close", [](Receiver& r, std::string_view v) { r.control.close_at_once = on_or_off(v); }},
+    {"control-rubbish", [](Receiver& r, std::string_view v) { r.control.rubbish = on_or_off(v); }},
+    {"control-long", [](Receiver& r, std::string_view v) { r.control.long_replies = on_or_off(v); }},
+    {"control-disappear-after", [](Receiver& r, std::string_view v) { r.control.disappear_after = number(v); }},
+    {"control-journal", [](Receiver& r, std::string_view v) { r.control.journal = v; }},
 }};
 
 void keep_first_receivers(Scenario& s, std::string_view value) {

@@ -32,6 +32,18 @@ struct Faults {
 /// How a receiver stands in the device listing.
 enum class Presence { ready, busy, needs_firmware, not_responding };
 
+/// What goes wrong on the control socket.
+struct ControlFaults {
+  std::vector<std::string> refuse;        ///< settings that the hardware never takes; "retune" refuses those
+  double late = 0;                        ///< seconds before each answer
+  bool hang = false;                      ///< requests are taken and never answered
+  bool close_at_once = false;             ///< connections are closed without an answer
+  bool rubbish = false;                   ///< answers make no sense
+  bool long_replies = false;              ///< answers have the greatest length that a packet may have
+  std::optional<double> disappear_after;  ///< seconds until the socket has gone
+  std::string journal;  ///< a file that gets each request and its outcome, but for the meters; empty for none
+};
+
 struct Receiver {
   std::string model;
   std::string serial;
@@ -39,6 +51,7 @@ struct Receiver {
   Presence presence = Presence::ready;
   double activity = 0.5;
   Faults faults;
+  ControlFaults control;
 };
 
 enum class ListingFault { none, hang, die, rubbish, exit, usb_dead };

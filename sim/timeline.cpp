@@ -12,9 +12,9 @@ void Timeline::run(StopSignal& stop) {
   // Something to wait for when nothing is planned at all.
   add(never, [](double) { return never; });
   for (;;) {
-    const auto next = std::min_element(entries_.begin(), entries_.end(), earlier);
-    stop.sleep_until(next->due);
-    next->due = next->action(now());
+    Entry& next = *std::min_element(entries_.begin(), entries_.end(), earlier);
+    stop.sleep_until(next.due);
+    next.due = next.action(now());
   }
 }
 

@@ -1,9 +1,9 @@
 // What is due when: the engine's whole main loop.
 #pragma once
 
+#include <deque>
 #include <functional>
 #include <limits>
-#include <vector>
 
 #include "sim/stop_signal.h"
 
@@ -16,7 +16,7 @@ class Timeline {
   /// Called when due with the true time; returns when it is due again, or `never`.
   using Action = std::function<double(double now)>;
 
-  /// `due` is true time in seconds since the epoch. May not be called by an action.
+  /// `due` is true time in seconds since the epoch. An action may call this.
   void add(double due, Action action) { entries_.push_back({due, std::move(action)}); }
 
   /// Runs what is due, the earliest first, until an action or the stop signal throws.
@@ -27,7 +27,7 @@ class Timeline {
     double due;
     Action action;
   };
-  std::vector<Entry> entries_;
+  std::deque<Entry> entries_;  ///< what is running stays where it is when another is added
 };
 
 }  // namespace sim

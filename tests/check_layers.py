@@ -24,7 +24,7 @@ BELOW = {
     "gui/kit": ["base"],
     "gui": ["launcher", "receiver", "results", "measure", "host", "corvane", "gui/kit"],
     "inspect": ["launcher", "receiver", "results", "measure", "host", "corvane"],
-    "sim": ["options", "results"],
+    "sim": ["options", "receiver", "results"],
 }
 # Longest first, so that "options/channels" is not taken for "options".
 ROOMS = sorted(BELOW, key=len, reverse=True)
