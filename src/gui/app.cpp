@@ -9,7 +9,6 @@
 #include "base/file_write.h"
 #include "base/text.h"
 #include "gui/kit/dialogs.h"
-#include "gui/pages/station_cards.h"
 #include "host/crash_notes.h"
 #include "launcher/planner.h"
 #include "options/paths.h"
@@ -254,11 +253,6 @@ void App::plan_selection() {
   } catch (const std::exception& error) {
     plan_error_.emplace(launcher::PlanCode::other, error.what());
   }
-  show_plan();
-}
-
-void App::show_plan() {
-  plan_page_->show(plan_cards(selection_), plan_error_ ? plan_error_->text() : "");
 }
 
 void App::show_receivers() {
@@ -328,6 +322,7 @@ void App::refresh() {
   footer_->show_profile(session_->config_path());
   settings_page_->set_receiving(receiving());
   forget_readings();
+  modes_tab_->show();
   show_receivers();
   refresh_bar_->show(devices_->checking(), !busy(), devices_->status_text());
   refreshing_ = false;

@@ -19,8 +19,8 @@
 #include "gui/launcher_arguments.h"
 #include "gui/live/dashboard.h"
 #include "gui/main_window.h"
+#include "gui/modes/modes_tab.h"
 #include "gui/pages/logs_page.h"
-#include "gui/pages/text_cards_page.h"
 #include "gui/refresh_bar.h"
 #include "gui/settings/settings_page.h"
 #include "launcher/plan_error.h"
@@ -108,6 +108,7 @@ class App {
   receiver::StartWhenOpened::Launcher start_when_opened_access();
   Footer::Actions footer_actions();
   options::SessionHooks session_hooks();
+  modes_gui::ModesSurroundings modes_surroundings();
   SettingsSurroundings settings_surroundings();
   ApplySurroundings apply_surroundings();
   ConfigActions config_actions();
@@ -124,7 +125,6 @@ class App {
   [[nodiscard]] bool selects_receiver() const;
   void show_unreadable_note();
   void plan_selection();
-  void show_plan();
   void show_receivers();
   void forget_readings();
   [[nodiscard]] FooterFacts footer_facts() const;
@@ -161,7 +161,7 @@ class App {
   // Pages.
   std::unique_ptr<MainWindow> window_;
   std::unique_ptr<Footer> footer_;
-  std::unique_ptr<TextCardsPage> plan_page_;
+  std::unique_ptr<modes_gui::ModesTab> modes_tab_;
   std::unique_ptr<RefreshBar> refresh_bar_;
   std::unique_ptr<ConfigPage> config_page_;
   std::unique_ptr<SettingsPage> settings_page_;

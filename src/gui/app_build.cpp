@@ -17,7 +17,8 @@ void App::build() {
 }
 
 void App::page_shown(int index) {
-  constexpr int settings_tab = 2;
+  constexpr int modes_tab = 0, settings_tab = 2;
+  if (index == modes_tab) modes_tab_->activate();
   if (index == settings_tab) settings_page_->activate();
   constexpr int first_live_page = 6;
   constexpr results::Family families[] = {results::Family::ft, results::Family::js8, results::Family::wspr};
@@ -29,7 +30,7 @@ void App::build_pages() {
   const auto say = [this](const std::string& text) { report(text); };
   window_ = std::make_unique<MainWindow>([this](int index) { page_shown(index); }, [this] { close_window(); });
   footer_ = std::make_unique<Footer>(footer_actions());
-  plan_page_ = std::make_unique<TextCardsPage>();
+  modes_tab_ = std::make_unique<modes_gui::ModesTab>(modes_surroundings());
   refresh_bar_ = std::make_unique<RefreshBar>([this] { refresh_receivers(); });
   config_page_ = std::make_unique<ConfigPage>(config_actions(), meter_source());
   dashboard_ = std::make_unique<Dashboard>(activity_, choices_, setup_.clock, say);
@@ -39,7 +40,7 @@ void App::build_pages() {
 
 void App::append_pages() {
   const auto live = [this](results::Family family) { return dashboard_->page(family); };
-  window_->append_page("Modes / Frequencies", plan_page_->widget());
+  window_->append_page("Modes / Frequencies", modes_tab_->widget());
   kit::add(config_page_->header(), refresh_bar_->widget(), true);
   window_->append_page("SDR Config", config_page_->widget());
   window_->append_page("Settings", settings_page_->widget());

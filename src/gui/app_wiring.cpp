@@ -72,6 +72,17 @@ Footer::Actions App::footer_actions() {
           [this] { apply_and_save(); }};
 }
 
+modes_gui::ModesSurroundings App::modes_surroundings() {
+  constexpr int sdr_config_tab = 1, audio_receivers_tab = 3;
+  modes_gui::ModesSurroundings surroundings;
+  surroundings.station = [this] { return session_->station(); };
+  surroundings.running = [this] { return running_receivers(); };
+  surroundings.change = [this](const options::Station& station) { change_station(station); };
+  surroundings.open_sdr_config = [this] { window_->show_page(sdr_config_tab); };
+  surroundings.open_audio_receivers = [this] { window_->show_page(audio_receivers_tab); };
+  return surroundings;
+}
+
 SettingsSurroundings App::settings_surroundings() {
   SettingsSurroundings surroundings{choices_, setup_.state_directory, setup_.autostart_directory};
   surroundings.edited = [this](const std::string&) { settings_edited(); };
