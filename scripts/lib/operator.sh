@@ -34,6 +34,7 @@ stage_for_operator() {
   stage=$(mktemp -d /tmp/tarnwick-stage.XXXXXX) && staged_bin=$stage/bin
   mkdir -p "$stage/scripts" "$stage/tests" "$stage/bin"
   cp -r "$root/scripts/lib" "$root"/scripts/demo.* "$stage/scripts/" && cp -r "$root/tests/station" "$stage/tests/"
+  mkdir -p "$stage/sim" && cp -r "$root/sim/decoders" "$stage/sim/"
   find "$bin" -maxdepth 1 \( -name "tarnwick*" -o -name "*.conf" \) -type f -exec cp {} "$stage/bin/" \;
   chmod -R a+rX,go-w "$stage"
 }

@@ -19,6 +19,11 @@ TOOLKITS_OWN = re.compile(r"gtk_notebook_get_tab_label: assertion 'list != NULL'
 TOTALS = re.compile(r"(\d+) spots  /  (\d+) spots/hr  /  PSKR24: (\d+)")
 
 
+def decoders():
+    """The folder of the stand-ins for the decoder programs."""
+    return os.path.normpath(os.path.join(os.path.dirname(__file__), "../../../sim/decoders"))
+
+
 def binary(name):
     return os.path.join(os.environ["TARNWICK_BIN"], name)
 
@@ -29,7 +34,7 @@ class Launcher:
     def __init__(self, home, arguments=(), scenario=None, variables=None):
         self.home = home
         self.errors_path = os.path.join(home.root, "launcher-errors.txt")
-        environment = {**os.environ, **home.variables, **(variables or {})}
+        environment = {**os.environ, "PATH": f"{decoders()}:{os.environ['PATH']}", **home.variables, **(variables or {})}
         environment.pop("TARNWICK_SIM_SCENARIO", None)
         if scenario:
             environment["TARNWICK_SIM_SCENARIO"] = scenario

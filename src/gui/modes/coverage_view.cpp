@@ -11,7 +11,7 @@
 namespace modes_gui {
 namespace {
 
-constexpr int least_width = 96;
+constexpr int least_width = 78;
 constexpr int least_column = 20;
 constexpr int widest_column = 40;
 constexpr double gap = 4;  ///< around a bar, in units

@@ -14,7 +14,7 @@ namespace {
 constexpr int band_column = 0, all_modes_column = 1, first_mode_column = 2;
 constexpr int receiver_column = first_mode_column + static_cast<int>(column_count);
 constexpr int coverage_column = receiver_column + 1;
-constexpr int receiver_width = 148;
+constexpr int receiver_width = 122;
 constexpr int row_height = 30;
 
 std::string band_shown(std::size_t band) {
