@@ -110,7 +110,7 @@ void read_levels(MeterReading& reading, std::string_view line) {
   level("rms", reading.rms);
   level("hold", reading.hold);
   level("age", reading.age);
-  if (const auto max = fields.value("max")) level("max", reading.max.emplace());
+  if (const auto max = fields.value("max"); max && !max->empty()) level("max", reading.max.emplace());
   const auto samples = fields.value("samples");
   if (!samples && required) fail("Incomplete IQ levels response");
   if (!samples) return;

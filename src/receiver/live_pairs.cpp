@@ -26,6 +26,12 @@ void judge_number(const std::string&, const std::string& value) {
   if (!is_number(value)) fail("Invalid live SDR value: " + value);
 }
 
+void judge_rf_state(const std::string&, const std::string& value) {
+  constexpr std::uint64_t highest = 255;
+  const auto state = base::parse_unsigned(value);
+  if (!state || *state > highest) fail("Invalid live SDR value: " + value);
+}
+
 /// dB below full IF gain, as the API takes it.
 void judge_if_gain(const std::string&, const std::string& value) {
   constexpr double least = 20, most = 59;
@@ -58,7 +64,7 @@ struct Rule {
 };
 constexpr std::array rules{
     Rule{"gain-reduction", judge_if_gain},
-    Rule{"lna-state", judge_number},
+    Rule{"lna-state", judge_rf_state},
     Rule{"agc", judge_switch},
     Rule{"antenna", judge_antenna},
     Rule{"ppm", judge_number},

@@ -31,16 +31,17 @@ void MeterPoller::tick() {
 
 void MeterPoller::poll(const MeterTarget& target, MeterSnapshot& snapshot) {
   snapshot.polling = true;
+  snapshot.poll_number = ++polls_;
   base::run_in_background(
       alive_.watch(), [ask = hooks_.ask, path = target.path] { return parse_meter(ask(path)); },
-      [this, name = target.name, session = session_](const base::Outcome<MeterReading>& outcome) {
-        if (session == session_) answered(name, outcome);
+      [this, name = target.name, number = polls_](const base::Outcome<MeterReading>& outcome) {
+        answered(name, number, outcome);
       });
 }
 
-void MeterPoller::answered(const std::string& name, const base::Outcome<MeterReading>& outcome) {
+void MeterPoller::answered(const std::string& name, std::uint64_t number, const base::Outcome<MeterReading>& outcome) {
   const auto found = snapshots_.find(name);
-  if (found == snapshots_.end()) return;
+  if (found == snapshots_.end() || found->second.poll_number != number) return;
   MeterSnapshot& snapshot = found->second;
   snapshot.polling = false;
   snapshot.error = outcome.error;
@@ -56,7 +57,6 @@ void MeterPoller::answered(const std::string& name, const base::Outcome<MeterRea
 }
 
 void MeterPoller::begin_session() {
-  ++session_;
   snapshots_.clear();
 }
 

@@ -58,12 +58,12 @@ class MeterPoller {
 
  private:
   void poll(const MeterTarget& target, MeterSnapshot& snapshot);
-  void answered(const std::string& name, const base::Outcome<MeterReading>& outcome);
+  void answered(const std::string& name, std::uint64_t number, const base::Outcome<MeterReading>& outcome);
 
   MeterHooks hooks_;
   base::Liveness alive_;
   base::Timer timer_;
-  unsigned session_ = 0;
+  std::uint64_t polls_ = 0;  ///< sent so far; an answer counts for the poll that its receiver waits for
   std::map<std::string, MeterSnapshot> snapshots_;
 };
 

@@ -68,11 +68,11 @@ std::string overload_text(const MeterReading& reading, const MeterSurroundings& 
         "The RX-888's ADC is clipping; any signal from 0 to 64 MHz can cause it. Raise the attenuator or lower the VGA "
         "gain. Episodes: {}",
         reading.overload_events);
-  // With the tuner off, or its gain its own, there is no gain to reduce.
-  const bool no_gain = around.backend == "rtl-sdr" && around.direct_sampling;
-  return fmt::format("SDR input overloaded. {} Episodes: {}",
-                     no_gain ? "Put an attenuator in front of the dongle." : "Reduce RF Gain.",
-                     reading.overload_events);
+  const bool dongle = around.backend == "rtl-sdr";
+  const char* advice = !dongle                  ? "Reduce RF Gain."
+                       : around.direct_sampling ? "Put an attenuator in front of the dongle."
+                                                : "Reduce Tuner gain.";
+  return fmt::format("SDR input overloaded. {} Episodes: {}", advice, reading.overload_events);
 }
 
 RfBadge rf_badge(const MeterSnapshot* snapshot, const MeterSurroundings& around, std::int64_t now) {

@@ -11,7 +11,9 @@ namespace receiver {
 
 namespace {
 
-void create_decode_directory(const launcher::ReceiverLaunch& launch) {
+/// Where the engine will make its socket and write its decodes.
+void create_directories(const launcher::ReceiverLaunch& launch) {
+  base::make_private_directory(std::filesystem::path(launch.control_path).parent_path());
   const std::filesystem::path directory = std::filesystem::path(launch.decode_path).parent_path();
   if (launch.writes_decodes && !directory.empty()) base::make_private_directory(directory);
 }
@@ -42,7 +44,7 @@ PreparedStart Supervisor::prepare(std::vector<launcher::ReceiverLaunch>& launche
     launch.profile["audio-control"] = launch.control_path;
     hooks_.write_profile(path, launch.profile);
     prepared.profiles.emplace_back(path);
-    create_decode_directory(launch);
+    create_directories(launch);
   }
   return prepared;
 }
@@ -168,7 +170,7 @@ void Supervisor::start_new_profile(Subject& subject) {
     const std::string path = files_.next_profile();
     hooks_.write_profile(path, launch->profile);
     base::TemporaryPath conf(path);
-    create_decode_directory(*launch);
+    create_directories(*launch);
     start(*launch, std::move(conf));
   } catch (const std::exception& error) {
     perform(subject, step({}, {Event::Kind::restart_failed, error.what()}, {}, timing_).actions);

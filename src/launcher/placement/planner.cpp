@@ -80,9 +80,9 @@ Planner::Planner(const options::Station& station) : station_(station) {
   std::sort(ticked.begin(), ticked.end(), [](const auto* a, const auto* b) { return a->serial < b->serial; });
   for (const ReceiverProfile* receiver : ticked)
     slots_.push_back(std::make_shared<Slot>(station.common, *receiver));
-  for (const auto& [group, serial] : station.assignments)
-    if (std::any_of(ticked.begin(), ticked.end(), [&](const auto* receiver) { return receiver->serial == serial; }))
-      pins_.emplace(group, serial);
+  for (const auto& pin : station.assignments)
+    if (std::any_of(ticked.begin(), ticked.end(), [&](const auto* receiver) { return receiver->serial == pin.second; }))
+      pins_.insert(pin);
 }
 
 const CaptureCapability& Planner::capability(const Slot& slot) const {
