@@ -50,8 +50,8 @@ struct Receiver {
   std::string backend = "sdrplay";  ///< "sdrplay", "rx888" or "rtl-sdr"
   Presence presence = Presence::ready;
   double activity = 0.5;
-  Faults faults;
-  ControlFaults control;
+  Faults faults = {};
+  ControlFaults control = {};
 };
 
 enum class ListingFault { none, hang, die, rubbish, exit, usb_dead };
