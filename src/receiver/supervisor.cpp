@@ -13,7 +13,9 @@ namespace {
 
 /// Where the engine will make its socket and write its decodes.
 void create_directories(const launcher::ReceiverLaunch& launch) {
-  base::make_private_directory(std::filesystem::path(launch.control_path).parent_path());
+  const std::filesystem::path sockets = std::filesystem::path(launch.control_path).parent_path();
+  for (const auto& each : {sockets.parent_path(), sockets})
+    base::make_private_directory(each);
   const std::filesystem::path directory = std::filesystem::path(launch.decode_path).parent_path();
   if (launch.writes_decodes && !directory.empty()) base::make_private_directory(directory);
 }

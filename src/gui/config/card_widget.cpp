@@ -61,6 +61,7 @@ class RateWidget : public CardWidget {
     kit::set_entries(combo_, entries);
     entry_ = gtk_bin_get_child(GTK_BIN(combo_));
     gtk_entry_set_width_chars(GTK_ENTRY(entry_), 24);
+    kit::set_accessible(combo_, std::string(control.caption));
     adopt(combo_, entry_);
     base::connect_forever(combo_, "changed", [this] { tell(); });
   }
