@@ -1,3 +1,4 @@
+#include <atomic>
 #include <condition_variable>
 #include <mutex>
 
@@ -29,6 +30,11 @@ class PollerTest : public testing::Test {
     EXPECT_EQ(changed_.size(), expected_);
   }
   std::string ask(const std::string& path) {
+    ++asking_;
+    const struct Leaving {
+      std::atomic<int>& asking;
+      ~Leaving() { --asking; }
+    } leaving{asking_};
     std::unique_lock lock(lock_);
     if (path == "hung") released_.wait(lock, [this] { return release_; });
     if (path == "gone") throw std::runtime_error("Audio receiver control is unavailable");
@@ -40,8 +46,11 @@ class PollerTest : public testing::Test {
       release_ = true;
     }
     released_.notify_all();
+    while (asking_ > 0)
+      g_usleep(1000);
   }
 
+  std::atomic<int> asking_ = 0;  ///< workers that are still in here
   std::mutex lock_;
   std::condition_variable released_;
   bool release_ = false;
