@@ -72,7 +72,7 @@ TEST_F(EngineTest, ABurstTellsTheLastCyclesAtOnce) {
 
 TEST_F(EngineTest, KnownFrequenciesAreHeardWhenTheProfileWantsThem) {
   const auto run =
-      receive({"[station]\nrewind=3600\ntime-scale=3600\n", after("\nSIG ", 30)}, "known-channels = true\n");
+      receive({"[station]\nrewind=3600\ntime-scale=3600\n", after(" ch=psk20 ")}, "known-channels = true\n");
   EXPECT_THAT(run.output, HasSubstr(" ch=psk20 "));
   EXPECT_THAT(run.output, Not(HasSubstr(" ch=psk40 ")));
 }
