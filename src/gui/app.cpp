@@ -10,6 +10,7 @@
 #include "base/text.h"
 #include "gui/kit/dialogs.h"
 #include "host/crash_notes.h"
+#include "launcher/plan_words.h"
 #include "launcher/planner.h"
 #include "options/paths.h"
 #include "results/psk_total.h"
@@ -303,7 +304,7 @@ FooterFacts App::footer_facts() const {
   // Whether a receiver is there is not known after a discovery that failed.
   const bool only_unknown =
       facts.discovery_failed && plan_error_ && plan_error_->code == launcher::PlanCode::absent_receiver;
-  if (plan_error_ && !only_unknown) facts.plan_error = plan_error_->text();
+  if (plan_error_ && !only_unknown) facts.plan_error = launcher::error_text(*plan_error_, session_->station(), devices_->statuses());
   facts.absent_receiver = receiver_held_by_sharing(session_->station(), devices_->statuses());
   facts.busy = busy();
   facts.planned_receivers = static_cast<int>(selection_.size());

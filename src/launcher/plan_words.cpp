@@ -23,7 +23,16 @@ bool plans_with(const Station& station, const PlanFix& fix) {
   }
 }
 
+PlanFix open_tab(PlanFix::Kind kind, const char* label) {
+  PlanFix fix;
+  fix.kind = kind;
+  fix.label = label;
+  return fix;
+}
+
+/// A listening channel's pin is a matter of its own tab.
 PlanFix pin_fix(const std::string& group, const Station& station) {
+  if (group.starts_with('@')) return open_tab(PlanFix::Kind::open_audio_receivers, "Open Audio Receivers");
   PlanFix fix;
   fix.kind = PlanFix::Kind::pin;
   fix.label = fmt::format("Set {} to Automatic", group_name(group, station));
@@ -38,13 +47,6 @@ PlanFix setting_fix(const std::string& serial, const std::string& key) {
                                    : fmt::format("Clear {}", setting_name(key));
   fix.serial = serial;
   fix.key = key;
-  return fix;
-}
-
-PlanFix open_tab(PlanFix::Kind kind, const char* label) {
-  PlanFix fix;
-  fix.kind = kind;
-  fix.label = label;
   return fix;
 }
 
@@ -88,6 +90,15 @@ std::vector<std::string> refused_lines(const BandChoices& choices) {
   return lines;
 }
 
+std::string sharing_line(const options::ReceiverProfile& receiver) {
+  return fmt::format("{} is in use by Corvane. Free it in Corvane's settings, or untick it here.", receiver.label());
+}
+
+bool is_shared_away(const options::ReceiverProfile& receiver, const DeviceStatuses& statuses) {
+  const auto found = statuses.find(receiver.serial);
+  return found != statuses.end() && found->second == DeviceStatus::used_by_sharing;
+}
+
 }  // namespace
 
 std::optional<PlanFix> plan_fix(const PlanError& error, const Station& station) {
@@ -114,8 +125,7 @@ std::optional<PlanFix> choices_fix(const BandChoices& choices, const Station& st
     if (auto fix = plan_fix(*band.refusal, station)) return fix;
   }
   for (const PlanNote& note : choices.notes)
-    return note.band.starts_with('@') ? open_tab(PlanFix::Kind::open_audio_receivers, "Open Audio Receivers")
-                                      : pin_fix(note.band, station);
+    return pin_fix(note.band, station);
   return std::nullopt;
 }
 
@@ -133,18 +143,32 @@ Station apply_fix(Station station, const PlanFix& fix) {
   return station;
 }
 
-std::vector<std::string> notice_lines(const BandChoices& choices) {
+std::string error_text(const PlanError& error, const Station& station, const DeviceStatuses& statuses) {
+  if (error.code == PlanCode::absent_receiver)
+    for (const options::ReceiverProfile& receiver : station.receivers)
+      if (receiver.serial == error.serial && is_shared_away(receiver, statuses)) return sharing_line(receiver);
+  return error.text();
+}
+
+std::vector<std::string> notice_lines(const BandChoices& choices, const Station& station,
+                                      const DeviceStatuses& statuses) {
   std::vector<std::string> lines;
   if (choices.error)
-    lines.push_back(choices.error->text());
+    lines.push_back(error_text(*choices.error, station, statuses));
   else
     lines = refused_lines(choices);
+  for (const options::ReceiverProfile& receiver : station.receivers) {
+    const std::string line = sharing_line(receiver);
+    if (receiver.enabled && is_shared_away(receiver, statuses) &&
+        std::find(lines.begin(), lines.end(), line) == lines.end())
+      lines.push_back(line);
+  }
   for (const PlanNote& note : choices.notes)
     lines.push_back(note.text);
   if (!lines.empty()) return lines;
   const auto used = std::count_if(choices.receivers.begin(), choices.receivers.end(),
                                   [](const ReceiverChoice& receiver) { return !receiver.groups.empty(); });
-  return {fmt::format("Ready. Selected bands fit {} receiver{}.", used, used == 1 ? "" : "s")};
+  return {fmt::format("Ready. Selected bands fit {} receiver(s).", used)};
 }
 
 std::string band_tooltip(const BandChoice& band, const BandChoices& choices) {

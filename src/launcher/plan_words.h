@@ -8,6 +8,7 @@
 #include <vector>
 
 #include "launcher/band_choices.h"
+#include "launcher/device_status.h"
 
 namespace launcher {
 
@@ -29,9 +30,15 @@ std::optional<PlanFix> choices_fix(const BandChoices& choices, const options::St
 /// The station with the fix applied: what pressing the button changes.
 options::Station apply_fix(options::Station station, const PlanFix& fix);
 
+/// What stands against the selection. A receiver that cannot be used because the sharing service has it is told as
+/// that, and not as one that is absent.
+std::string error_text(const PlanError& error, const options::Station& station, const DeviceStatuses& statuses);
+
 /// The lines of the notice under the bands: what stands against the selection, or "160m and 20m cannot be added: …" for
-/// each reason, then the notes; "Ready. Selected bands fit {n} receiver(s)." when there is nothing to say.
-std::vector<std::string> notice_lines(const BandChoices& choices);
+/// each reason, then the ticked receivers that the sharing service holds and the notes; "Ready. Selected bands fit {n}
+/// receiver(s)." when there is nothing to say.
+std::vector<std::string> notice_lines(const BandChoices& choices, const options::Station& station,
+                                      const DeviceStatuses& statuses);
 /// The tooltip of a band's row.
 std::string band_tooltip(const BandChoice& band, const BandChoices& choices);
 

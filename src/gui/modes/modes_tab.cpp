@@ -67,11 +67,11 @@ void ModesTab::build_notice(GtkWidget* card) {
 
 void ModesTab::show() {
   options::Station station = around_.station();
-  std::set<std::string> running = around_.running();
-  if (shown_ && station == station_ && running == running_) return;
+  ReceiverStates receivers = around_.receivers();
+  if (shown_ && station == station_ && receivers == receivers_) return;
   const bool replanned = !shown_ || !(station == station_);
   station_ = std::move(station);
-  running_ = std::move(running);
+  receivers_ = std::move(receivers);
   shown_ = true;
   if (replanned) choose();
   render();
@@ -112,7 +112,7 @@ void ModesTab::render() {
   grid_ = view.grid;
   table_->show(view);
   fax_->show(view.grid.fax);
-  notice_shown_ = notice_of(station_, choices_, fresh, running_);
+  notice_shown_ = notice_of(station_, choices_, fresh, receivers_);
   kit::set_text(notice_, notice_shown_.text);
   kit::set_class(notice_, "error", notice_shown_.error);
   kit::set_class(notice_, "muted", !notice_shown_.error);

@@ -21,8 +21,7 @@ namespace modes_gui {
 struct ModesSurroundings {
   /// The settings now, with which receivers are available.
   std::function<options::Station()> station;
-  /// The serials of the receivers that run.
-  std::function<std::set<std::string>()> running = [] { return std::set<std::string>(); };
+  std::function<ReceiverStates()> receivers = [] { return ReceiverStates(); };
   /// The operator's change: the settings become these, are saved, and show() follows.
   std::function<void(const options::Station& changed)> change;
   std::function<void()> open_sdr_config = [] {};
@@ -37,7 +36,7 @@ class ModesTab {
   ModesTab& operator=(const ModesTab&) = delete;
 
   [[nodiscard]] GtkWidget* widget() const { return page_; }
-  /// Takes the settings and the running receivers anew. Does nothing when neither changed.
+  /// Takes the settings and how the receivers stand anew. Does nothing when neither changed.
   void show();
   /// The tab is opened: decoder programs may have been installed meanwhile.
   void activate();
@@ -62,7 +61,7 @@ class ModesTab {
   GtkWidget* notice_;
   GtkWidget* fix_button_;
   options::Station station_;
-  std::set<std::string> running_;
+  ReceiverStates receivers_;
   bool shown_ = false;
   launcher::BandChoices choices_;
   options::Station chosen_for_;  ///< what choices_ answers

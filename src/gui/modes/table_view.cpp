@@ -74,20 +74,20 @@ TableView table_view(const Station& station, const BandChoices& choices, bool fr
   return view;
 }
 
-Notice notice_of(const Station& station, const BandChoices& choices, bool fresh, const std::set<std::string>& running) {
+Notice notice_of(const Station& station, const BandChoices& choices, bool fresh, const ReceiverStates& receivers) {
   Notice notice;
   if (!fresh) {
     notice.text = "Checking which bands fit the ticked receivers…";
     return notice;
   }
-  notice.text = base::valid_utf8(base::join(launcher::notice_lines(choices), "\n"));
+  notice.text = base::valid_utf8(base::join(launcher::notice_lines(choices, station, receivers.statuses), "\n"));
   notice.error = choices.error.has_value();
   notice.fix = launcher::choices_fix(choices, station);
   if (!notice.fix) return notice;
   std::string serial = notice.fix->serial;
   if (const auto pin = station.assignments.find(notice.fix->group); pin != station.assignments.end())
     serial = pin->second;
-  if (!serial.empty() && running.contains(serial)) notice.fix.reset();
+  if (!serial.empty() && receivers.running.contains(serial)) notice.fix.reset();
   return notice;
 }
 

@@ -36,14 +36,21 @@ struct TableView {
 TableView table_view(const options::Station& station, const launcher::BandChoices& choices, bool fresh,
                      const std::array<std::string, column_count>& missing);
 
+/// How the receivers stand now, beside what the settings say.
+struct ReceiverStates {
+  std::set<std::string> running;      ///< serials
+  launcher::DeviceStatuses statuses;  ///< as of the last discovery, with what the sharing service holds now
+  bool operator==(const ReceiverStates&) const = default;
+};
+
 /// The notice under the table.
 struct Notice {
   std::string text;
   bool error = false;
   std::optional<launcher::PlanFix> fix;
 };
-/// No fix is offered for a receiver that runs (`running` serials).
+/// No fix is offered for a receiver that runs.
 Notice notice_of(const options::Station& station, const launcher::BandChoices& choices, bool fresh,
-                 const std::set<std::string>& running);
+                 const ReceiverStates& receivers);
 
 }  // namespace modes_gui

@@ -1,40 +1,15 @@
 // The tab as the operator meets it, in the whole launcher.
+#include "gui/modes/modes_window.h"
+
 #include <filesystem>
 #include <stdlib.h>
 
 #include <gmock/gmock.h>
 
-#include "base/file_write.h"
-#include "gui/station_fixture.h"
-
 namespace testing_gui {
 namespace {
 
 using ::testing::HasSubstr;
-
-class ModesWindow : public StationTest {
- protected:
-  GtkWidget* box(const std::string& kind, const std::string& band, const std::string& name) {
-    const auto found = find_all(window(), [&](GtkWidget* widget) {
-      const auto* its_kind = static_cast<const char*>(g_object_get_data(G_OBJECT(widget), "mt-kind"));
-      const auto* its_band = static_cast<const char*>(g_object_get_data(G_OBJECT(widget), "mt-band"));
-      const char* its_name = its_kind ? atk_object_get_name(gtk_widget_get_accessible(widget)) : nullptr;
-      return its_kind && kind == its_kind && (its_band ? its_band : "") == band && its_name && name == its_name;
-    });
-    return found.empty() ? nullptr : found.front();
-  }
-  GtkWidget* chart() {
-    const auto found = find_all(window(), [](GtkWidget* widget) {
-      const char* name = atk_object_get_name(gtk_widget_get_accessible(widget));
-      return GTK_IS_DRAWING_AREA(widget) && name && std::string(name) == "Receiver coverage";
-    });
-    return found.empty() ? nullptr : found.front();
-  }
-  std::string chart_says() { return atk_object_get_description(gtk_widget_get_accessible(chart())); }
-  static std::string tip(GtkWidget* widget) {
-    return static_cast<const char*>(g_object_get_data(G_OBJECT(widget), "mt-tip"));
-  }
-};
 
 TEST_F(ModesWindow, ABoxIsAnEditThatIsSavedAndItsWidgetStays) {
   open(two_receivers());
@@ -63,11 +38,59 @@ TEST_F(ModesWindow, AMissingDecoderGreysItsColumns) {
   EXPECT_THAT(tip(box("cell", "20", "JS8 on 20m")), ::testing::Not(HasSubstr("not installed")));
 }
 
-TEST_F(ModesWindow, TheChartIsReachedByKeyboard) {
-  open(two_receivers());
-  ASSERT_NE(chart(), nullptr);
-  EXPECT_TRUE(gtk_widget_get_can_focus(chart()));
-  EXPECT_THAT(chart_says(), HasSubstr("1 · RSPdx · A1"));
+/// Each button beside the notice does what it says, and the settings follow it.
+TEST_F(ModesWindow, TheButtonBesideTheNoticeCures) {
+  struct Case {
+    const char *settings, *bands, *button, *cured;
+    bool startable;  ///< before the cure
+  };
+  const Case cases[] = {
+      {"receiver.A1.sample-rate = 2048000\n", "40,30", "Set Sample rate to Automatic", "sample-rate", false},
+      {"receiver.A1.sample-rate = 2048000\n", "40", "Set Sample rate to Automatic", "sample-rate", true},
+      {"receiver.A1.center-frequency = 7.1M\n", "40", "Clear Capture center", "center-frequency", true},
+      {"receiver.A1.bandwidth = 6k\n", "40", "Clear Channel bandwidth", "bandwidth", false},
+      {"receiver.B2.enabled = true\nband.160.receiver = A1\nband.20.receiver = A1\n", "160,20", "Set 160m to Automatic",
+       "band.160", false},
+  };
+  for (const Case& example : cases) {
+    SCOPED_TRACE(example.settings);
+    open(station(example.settings, example.bands));
+    EXPECT_EQ(gtk_widget_is_sensitive(find_button(window(), "Start receivers")), example.startable);
+    press(example.button);
+    settle();
+    EXPECT_TRUE(gtk_widget_is_sensitive(find_button(window(), "Start receivers")));
+    ASSERT_TRUE(turn_until([&] { return saved("bands") && !saved(example.cured); }, 3)) << session();
+    GtkWidget* button = find_button(window(), example.button);
+    EXPECT_TRUE(!button || !gtk_widget_get_visible(button)) << "cured, and still on offer";
+    close_app();
+    std::filesystem::remove_all(setup_.config_directory);
+  }
+}
+
+TEST_F(ModesWindow, WhatAnotherTabCuresIsOpened) {
+  const struct {
+    const char *settings, *button;
+    int page;
+  } cases[] = {
+      {"receiver.A1.lna-state = 31\n", "Open SDR Config", 1},
+      {"mode = hybrid\naudio.v = id=v,frequency=50.2M\n", "Open Audio Receivers", 3},
+  };
+  for (const auto& example : cases) {
+    open(station(example.settings, "40"));
+    press(example.button);
+    EXPECT_EQ(app_->window().current_page(), example.page) << example.settings;
+    close_app();
+  }
+}
+
+TEST_F(ModesWindow, NoCureIsOfferedForAReceiverThatRuns) {
+  open(station("receiver.A1.sample-rate = 2048000\n", "40"));
+  GtkWidget* button = find_button(window(), "Set Sample rate to Automatic");
+  ASSERT_TRUE(button && gtk_widget_get_visible(button));
+  press("Start receivers");
+  ASSERT_TRUE(turn_until([&] { return !gtk_widget_get_visible(button); }, 3));
+  press("Stop");
+  ASSERT_TRUE(turn_until([&] { return gtk_widget_get_visible(button) != FALSE; }, 5));
 }
 
 }  // namespace

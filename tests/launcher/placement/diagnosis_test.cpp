@@ -138,11 +138,25 @@ TEST(Diagnosis, TellsOfEachBandWhyItCannotJoin) {
   EXPECT_EQ(reason(fixed, "17"),
             "17m is out of reach: RSP2 · ONE has Capture center fixed at 7.1M. Clear Capture center in SDR Config, or "
             "tick another receiver.");
-  EXPECT_EQ(notice_lines(band_choices_uncached(fixed)).front(),
+  EXPECT_EQ(notice_lines(band_choices_uncached(fixed), fixed, {}).front(),
             "160m and 20m cannot be added: RSP2 · ONE has Capture center fixed at 7.1M.");
   EXPECT_EQ(reason(js8, "60"), "60m has no JS8 frequency. Tick FT8 or FT4 to use it.");
   EXPECT_EQ(reason(full, "6"), "6m does not fit: 20m is assigned to RSP2 · ONE. Set 20m to Automatic.");
   EXPECT_EQ(reason(nothing, "20"), "allowed");
+}
+
+TEST(Diagnosis, AReceiverThatIsSharedIsNotCalledAbsent) {
+  Station station = station_of({receiver("ONE", "RSP2"), receiver("TWO", "RSP2")}, {{"bands", "20"}});
+  const DeviceStatuses shared{{"TWO", DeviceStatus::used_by_sharing}};
+  const std::string words = "RSP2 · TWO is in use by Corvane. Free it in Corvane's settings, or untick it here.";
+  const auto notice = [&] { return notice_lines(band_choices_uncached(station), station, shared); };
+  EXPECT_EQ(notice(), std::vector<std::string>{words}) << "taken since the last discovery";
+  station.receivers[1].available = false;
+  EXPECT_EQ(notice(), std::vector<std::string>{words}) << "found in its hands";
+  EXPECT_EQ(error_text(*plan_error(station), station, shared), words);
+  EXPECT_NE(error_text(*plan_error(station), station, {}), words);
+  station.receivers[1].enabled = false;
+  EXPECT_NE(notice().front(), words);
 }
 
 TEST(Diagnosis, APinThatCannotBindIsToldAndLeftOut) {
