@@ -13,28 +13,11 @@
 
 #include "base/file_write.h"
 #include "base/numbers.h"
+#include "bench/loop_watch.h"
 #include "gui/app.h"
 #include "gui/kit/theme.h"
 
 namespace {
-
-// The time between two polls of the main context is one iteration: nothing else can happen on the screen meanwhile.
-struct LoopWatch {
-  gint64 left = 0;
-  gint64 longest = 0;
-  static LoopWatch& instance() {
-    static LoopWatch watch;
-    return watch;
-  }
-  static gint poll(GPollFD* descriptors, guint count, gint timeout) {
-    auto& watch = instance();
-    const gint64 now = g_get_monotonic_time();
-    if (watch.left) watch.longest = std::max(watch.longest, now - watch.left);
-    const gint result = g_poll(descriptors, count, timeout);
-    watch.left = g_get_monotonic_time();
-    return result;
-  }
-};
 
 double resident_megabytes() {
   std::ifstream status("/proc/self/status");
@@ -102,14 +85,14 @@ int main(int argc, char** argv) {
     turn([opened] { return g_get_monotonic_time() - opened > 2 * G_USEC_PER_SEC; });
     const std::uint64_t expected = static_cast<std::uint64_t>(engines) * static_cast<std::uint64_t>(lines);
     const double before = resident_megabytes();
-    g_main_context_set_poll_func(nullptr, &LoopWatch::poll);
+    bench::LoopWatch::begin();
     const gint64 start = g_get_monotonic_time();
     app.start_receivers();
     const double start_ms = static_cast<double>(g_get_monotonic_time() - start) / 1000;
     // The click and the first drawing of the cards are told apart: the engines print only after both.
     turn([start] { return g_get_monotonic_time() - start > 2 * G_USEC_PER_SEC; });
-    const double drawing_ms = static_cast<double>(LoopWatch::instance().longest) / 1000;
-    LoopWatch::instance() = {};
+    const double drawing_ms = bench::LoopWatch::longest_ms();
+    bench::LoopWatch::reset();
     turn([&] { return app.activity().total_decodes() >= expected; });
     const double seconds = static_cast<double>(g_get_monotonic_time() - start) / G_USEC_PER_SEC;
     const double after = resident_megabytes();
@@ -119,7 +102,7 @@ int main(int argc, char** argv) {
         "the burst {:.1f} ms, "
         "memory {:.1f} -> {:.1f} MB\n",
         engines, lines, seconds, static_cast<double>(expected) / seconds, start_ms, drawing_ms,
-        static_cast<double>(LoopWatch::instance().longest) / 1000, before, after);
+        bench::LoopWatch::longest_ms(), before, after);
     app.stop_receivers();
     turn([&] { return !app.receiving(); });
   }
