@@ -304,7 +304,8 @@ FooterFacts App::footer_facts() const {
   // Whether a receiver is there is not known after a discovery that failed.
   const bool only_unknown =
       facts.discovery_failed && plan_error_ && plan_error_->code == launcher::PlanCode::absent_receiver;
-  if (plan_error_ && !only_unknown) facts.plan_error = launcher::error_text(*plan_error_, session_->station(), devices_->statuses());
+  if (plan_error_ && !only_unknown)
+    facts.plan_error = launcher::error_text(*plan_error_, session_->station(), devices_->statuses());
   facts.absent_receiver = receiver_held_by_sharing(session_->station(), devices_->statuses());
   facts.busy = busy();
   facts.planned_receivers = static_cast<int>(selection_.size());
