@@ -3,7 +3,6 @@
 #include "gui/kit/dialogs.h"
 #include "options/profile.h"
 #include "receiver/control_client.h"
-#include "receiver/control_requests.h"
 
 namespace gui {
 
@@ -142,13 +141,9 @@ MeterSource App::meter_source() {
 }
 
 receiver::MeterHooks App::meter_hooks() {
-  constexpr int limit_ms = 200;
   receiver::MeterHooks hooks;
   hooks.targets = [this] { return meter_targets(); };
   hooks.shown = [this] { return config_page_->meters_shown(); };
-  hooks.ask = [](const std::string& path) {
-    return receiver::control_request(path, std::string(receiver::meter_request), limit_ms);
-  };
   hooks.changed = [this](const std::string& name) { config_page_->show_meters(name); };
   hooks.now = [] { return g_get_monotonic_time(); };
   return hooks;
