@@ -20,8 +20,6 @@
 #include <glib.h>
 
 #include "base/file_write.h"
-#include "receiver/control_client.h"
-#include "receiver/control_requests.h"
 #include "receiver/meter_poller.h"
 
 namespace {
@@ -102,23 +100,19 @@ double processor_seconds() {
 // Arguments: how many of the sixteen engines hang, and whether a meter is on the screen.
 void polls(benchmark::State& state) {
   constexpr std::int64_t lasts = 10000000;  // us
-  constexpr int timeout = 200;
   const auto hung = static_cast<std::size_t>(state.range(0));
   Engines engines(16, hung);
   std::vector<std::size_t> counts(engines.targets.size());
   double used = 0;
   for (auto _ : state) {
-    receiver::MeterPoller poller(
-        {[&] { return engines.targets; }, [&state] { return state.range(1) != 0; },
-         [](const std::string& path) {
-           return receiver::control_request(path, std::string(receiver::meter_request), timeout);
-         },
-         [&](const std::string& name) {
-           const auto target = std::find_if(engines.targets.begin(), engines.targets.end(),
-                                            [&](const auto& each) { return each.name == name; });
-           ++counts[static_cast<std::size_t>(target - engines.targets.begin())];
-         },
-         [] { return g_get_monotonic_time(); }});
+    receiver::MeterPoller poller({[&] { return engines.targets; }, [&state] { return state.range(1) != 0; },
+                                  [&](const std::string& name) {
+                                    const auto target =
+                                        std::find_if(engines.targets.begin(), engines.targets.end(),
+                                                     [&](const auto& each) { return each.name == name; });
+                                    ++counts[static_cast<std::size_t>(target - engines.targets.begin())];
+                                  },
+                                  [] { return g_get_monotonic_time(); }});
     poller.start();
     const std::int64_t end = g_get_monotonic_time() + lasts;
     const base::Timer wake = base::Timer::once(std::chrono::milliseconds(lasts / 1000), [] {});

@@ -34,20 +34,9 @@ void finish(GObject*, GAsyncResult*, gpointer data) {
   job->done();
 }
 
-/// GLib keeps two idle threads and ends the others at once; the engines are all asked in one breath, every second.
-void keep_idle_threads() {
-  constexpr int as_many_as_tasks_have = 10;
-  static const bool done = [] {
-    g_thread_pool_set_max_unused_threads(as_many_as_tasks_have);
-    return true;
-  }();
-  (void)done;
-}
-
 }  // namespace
 
 void run_job(std::function<void()> work, std::function<void()> done) {
-  keep_idle_threads();
   auto* job = new Job{std::move(work), std::move(done)};
   hand_over();
   const auto task = GObjectPtr<GTask>::adopt(g_task_new(nullptr, nullptr, finish, job));

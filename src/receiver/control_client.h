@@ -2,7 +2,12 @@
 #pragma once
 
 #include <cstddef>
+#include <functional>
+#include <memory>
 #include <string>
+
+#include "base/background.h"
+#include "base/descriptor_watch.h"
 
 namespace receiver {
 
@@ -15,5 +20,25 @@ inline constexpr int longest_control_timeout = 30000;     ///< ms
 /// to send), so it is never called on the main thread. Nothing is left behind by a failure, which is thrown as
 /// std::runtime_error with the operator's words.
 std::string control_request(const std::string& path, const std::string& request, int timeout_ms);
+
+class ControlConnection;
+
+/// The same without a thread that waits: for short requests that are made many times a second. Destroying it hangs up,
+/// and nothing is told any more. Main thread only.
+class ControlCall {
+ public:
+  using Answered = std::function<void(const base::Outcome<std::string>& reply)>;
+
+  /// Sends the request; what fails at once is thrown. `answered` follows once on the main loop, with the reply or the
+  /// words of control_request. It may destroy the call.
+  ControlCall(const std::string& path, const std::string& request, int timeout_ms, Answered answered);
+  ~ControlCall();
+  ControlCall(const ControlCall&) = delete;
+  ControlCall& operator=(const ControlCall&) = delete;
+
+ private:
+  std::unique_ptr<ControlConnection> connection_;
+  base::DescriptorWatch watch_;  // ends before the connection does
+};
 
 }  // namespace receiver

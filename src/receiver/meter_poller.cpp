@@ -1,12 +1,22 @@
 #include "receiver/meter_poller.h"
 
 #include <chrono>
+#include <stdexcept>
+
+#include "receiver/control_requests.h"
 
 namespace receiver {
 namespace {
 
 constexpr std::chrono::milliseconds tick_period{50};
 constexpr std::int64_t hidden_period = 1000000;
+constexpr int time_to_answer = 200;  // ms
+
+/// What a poll came to. Throws std::runtime_error with the reason why there is no reading.
+MeterReading reading_of(const base::Outcome<std::string>& reply) {
+  if (!reply.value) throw std::runtime_error(reply.error);
+  return parse_meter(*reply.value);
+}
 
 }  // namespace
 
@@ -20,49 +30,45 @@ void MeterPoller::tick() {
   const bool shown = hooks_.shown();
   const std::int64_t now = hooks_.now();
   for (const MeterTarget& target : targets) {
-    MeterSnapshot& snapshot = snapshots_[target.name];
+    Receiver& receiver = receivers_[target.name];
     // What was put off while nobody looked is not put off any longer.
-    if (shown) snapshot.due = 0;
-    if (snapshot.polling || now < snapshot.due) continue;
-    snapshot.due = shown ? 0 : now + hidden_period;
-    poll(target, snapshot);
+    if (shown) receiver.due = 0;
+    if (receiver.call || now < receiver.due) continue;
+    receiver.due = shown ? 0 : now + hidden_period;
+    ask(target, receiver);
   }
 }
 
-void MeterPoller::poll(const MeterTarget& target, MeterSnapshot& snapshot) {
-  snapshot.polling = true;
-  snapshot.poll_number = ++polls_;
-  base::run_in_background(
-      alive_.watch(), [ask = hooks_.ask, path = target.path] { return parse_meter(ask(path)); },
-      [this, name = target.name, number = polls_](const base::Outcome<MeterReading>& outcome) {
-        answered(name, number, outcome);
-      });
+void MeterPoller::ask(const MeterTarget& target, Receiver& receiver) {
+  static const std::string request(meter_request);
+  const auto take = [this, name = target.name](const base::Outcome<std::string>& reply) { answered(name, reply); };
+  try {
+    receiver.call.emplace(target.path, request, time_to_answer, take);
+  } catch (const std::exception& error) {
+    take({{}, error.what()});
+  }
 }
 
-void MeterPoller::answered(const std::string& name, std::uint64_t number, const base::Outcome<MeterReading>& outcome) {
-  const auto found = snapshots_.find(name);
-  if (found == snapshots_.end() || found->second.poll_number != number) return;
-  MeterSnapshot& snapshot = found->second;
-  snapshot.polling = false;
-  snapshot.error = outcome.error;
-  if (outcome.value) {
-    snapshot.reading = *outcome.value;
+void MeterPoller::answered(const std::string& name, const base::Outcome<std::string>& reply) {
+  Receiver& receiver = receivers_.at(name);
+  MeterSnapshot& snapshot = receiver.snapshot;
+  try {
+    snapshot.reading = reading_of(reply);
+    snapshot.error.clear();
     snapshot.taken = hooks_.now();
     if (snapshot.reading.overload_state == "detected") snapshot.last_overload = snapshot.taken;
-  } else {
+  } catch (const std::exception& error) {
+    snapshot.error = error.what();
     MeterReading& reading = snapshot.reading;
     reading.level_state = reading.overload_state = reading.if_state = reading.tuner_state = "unavailable";
   }
+  receiver.call.reset();
   hooks_.changed(name);
 }
 
-void MeterPoller::begin_session() {
-  snapshots_.clear();
-}
-
 const MeterSnapshot* MeterPoller::snapshot(const std::string& name) const {
-  const auto found = snapshots_.find(name);
-  return found == snapshots_.end() ? nullptr : &found->second;
+  const auto found = receivers_.find(name);
+  return found == receivers_.end() ? nullptr : &found->second.snapshot;
 }
 
 }  // namespace receiver

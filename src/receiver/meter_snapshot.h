@@ -10,9 +10,6 @@ namespace receiver {
 
 /// Times are of one monotonic clock, in microseconds.
 struct MeterSnapshot {
-  bool polling = false;            ///< a request is out for this receiver
-  std::uint64_t poll_number = 0;   ///< of the last request
-  std::int64_t due = 0;            ///< when the next one may go; 0 for at once
   std::int64_t taken = 0;          ///< when the last good reply arrived; 0 for never
   std::int64_t last_overload = 0;  ///< when an overload was last seen; 0 for never
   MeterReading reading;

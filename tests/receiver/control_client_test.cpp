@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <optional>
 #include <poll.h>
 #include <sys/socket.h>
 #include <sys/un.h>
@@ -10,6 +11,8 @@
 
 #include <glib.h>
 #include <gtest/gtest.h>
+
+#include "support/main_loop.h"
 
 namespace receiver {
 namespace {
@@ -51,7 +54,7 @@ class OneConnection {
   std::thread server_;
 };
 
-std::string outcome(const std::string& path, const std::string& request, int timeout) {
+std::string outcome_of_request(const std::string& path, const std::string& request, int timeout) {
   try {
     return control_request(path, request, timeout);
   } catch (const std::runtime_error& error) {
@@ -59,13 +62,34 @@ std::string outcome(const std::string& path, const std::string& request, int tim
   }
 }
 
+std::string outcome_of_call(const std::string& path, const std::string& request, int timeout) {
+  std::optional<base::Outcome<std::string>> told;
+  try {
+    const ControlCall call(path, request, timeout, [&told](const auto& reply) { told = reply; });
+    test::run_until([&told] { return told.has_value(); });
+    return told->value.value_or(told->error);
+  } catch (const std::runtime_error& error) {
+    return error.what();
+  }
+}
+
+/// Both ways to ask come to the same.
+class ControlClient : public testing::TestWithParam<decltype(&outcome_of_request)> {
+ protected:
+  static std::string outcome(const std::string& path, const std::string& request, int timeout) {
+    return GetParam()(path, request, timeout);
+  }
+};
+INSTANTIATE_TEST_SUITE_P(Blocking, ControlClient, testing::Values(&outcome_of_request));
+INSTANTIATE_TEST_SUITE_P(OnTheLoop, ControlClient, testing::Values(&outcome_of_call));
+
 std::string read_request(int connection) {
   char request[longest_request];
   const auto length = ::read(connection, request, sizeof request);
   return {request, static_cast<std::size_t>(std::max<ssize_t>(length, 0))};
 }
 
-TEST(ControlClient, RefusesBeforeAnythingIsOpened) {
+TEST_P(ControlClient, RefusesBeforeAnythingIsOpened) {
   EXPECT_EQ(outcome("/x", "STATUS", 0), "Invalid audio control timeout");
   EXPECT_EQ(outcome("/x", "STATUS", 30001), "Invalid audio control timeout");
   EXPECT_EQ(outcome("/x", "", 10), "Invalid audio request length");
@@ -74,7 +98,7 @@ TEST(ControlClient, RefusesBeforeAnythingIsOpened) {
   EXPECT_EQ(outcome("/tmp/nobody-listens-here", "STATUS", 10), "Audio receiver control is unavailable");
 }
 
-TEST(ControlClient, TakesAnswersOfEveryKind) {
+TEST_P(ControlClient, TakesAnswersOfEveryKind) {
   {
     OneConnection engine([](int connection) {
       const std::string reply = "OK " + read_request(connection);

@@ -1,12 +1,6 @@
-#include <atomic>
-#include <condition_variable>
-#include <mutex>
-
-#include <glib.h>
-#include <gtest/gtest.h>
-
-#include "receiver/meter_poller.h"
 #include "receiver/meter_view.h"
+
+#include <gtest/gtest.h>
 
 namespace receiver {
 namespace {
@@ -14,95 +8,6 @@ namespace {
 constexpr const char* quiet_reply =
     "OK LEVELS state=ready,peak=-30,rms=-42,hold=-28,age=0.1,samples=1\nOK OVERLOAD state=clear,events=0\nOK IFGAIN "
     "state=ready,reduction=40\n";
-
-class PollerTest : public testing::Test {
- protected:
-  /// Runs the main loop until no answer is out, but for the one that hangs.
-  void settle() {
-    const gint64 end = g_get_monotonic_time() + 2000000;
-    while (g_get_monotonic_time() < end && changed_.size() < expected_)
-      g_main_context_iteration(nullptr, FALSE);
-  }
-  void tick(std::size_t answers) {
-    expected_ = changed_.size() + answers;
-    poller_.tick();
-    settle();
-    EXPECT_EQ(changed_.size(), expected_);
-  }
-  std::string ask(const std::string& path) {
-    ++asking_;
-    const struct Leaving {
-      std::atomic<int>& asking;
-      ~Leaving() { --asking; }
-    } leaving{asking_};
-    std::unique_lock lock(lock_);
-    if (path == "hung") released_.wait(lock, [this] { return release_; });
-    if (path == "gone") throw std::runtime_error("Audio receiver control is unavailable");
-    return quiet_reply;
-  }
-  ~PollerTest() override {
-    {
-      const std::lock_guard guard(lock_);
-      release_ = true;
-    }
-    released_.notify_all();
-    while (asking_ > 0)
-      g_usleep(1000);
-  }
-
-  std::atomic<int> asking_ = 0;  ///< workers that are still in here
-  std::mutex lock_;
-  std::condition_variable released_;
-  bool release_ = false;
-  std::int64_t now_ = 1000000;
-  bool shown_ = true;
-  std::vector<MeterTarget> targets_{{"A", "fine"}};
-  std::vector<std::string> changed_;
-  std::size_t expected_ = 0;
-  MeterPoller poller_{{[this] { return targets_; }, [this] { return shown_; },
-                       [this](const std::string& path) { return ask(path); },
-                       [this](const std::string& name) { changed_.push_back(name); }, [this] { return now_; }}};
-};
-
-TEST_F(PollerTest, AsksOftenOnlyWhileSomebodyLooks) {
-  tick(1);
-  now_ += 50000;
-  tick(1);
-  shown_ = false;
-  tick(1);
-  now_ += 900000;
-  tick(0);
-  now_ += 100000;
-  tick(1);
-  shown_ = true;
-  now_ += 50000;
-  tick(1);
-}
-
-TEST_F(PollerTest, AHungReceiverHoldsOnlyItsOwnSlot) {
-  targets_ = {{"A", "fine"}, {"B", "hung"}, {"C", "gone"}};
-  tick(2);
-  tick(2);
-  EXPECT_TRUE(poller_.snapshot("B")->polling);
-  EXPECT_EQ(poller_.snapshot("C")->error, "Audio receiver control is unavailable");
-  EXPECT_EQ(poller_.snapshot("C")->reading.level_state, "unavailable");
-  EXPECT_EQ(poller_.snapshot("A")->reading.if_reduction, 40);
-}
-
-TEST_F(PollerTest, AnAnswerDoesNotCrossASession) {
-  targets_ = {{"B", "hung"}};
-  poller_.tick();
-  poller_.begin_session();
-  {
-    const std::lock_guard guard(lock_);
-    release_ = true;
-  }
-  released_.notify_all();
-  g_usleep(20000);
-  while (g_main_context_iteration(nullptr, FALSE)) {
-  }
-  EXPECT_EQ(poller_.snapshot("B"), nullptr);
-}
 
 MeterSnapshot snapshot(std::int64_t taken) {
   MeterSnapshot made;
