@@ -140,6 +140,15 @@ class Control:
         assert self._offers("EditableText") and _asked(Atspi.EditableText.set_text_contents, self.node, text), \
             f"{self!r} takes no text"
 
+    def set_value(self, number):
+        """Moves a slider."""
+        assert self._offers("Value") and _asked(Atspi.Value.set_current_value, self.node, number), f"{self!r} has no value"
+
+    @property
+    def value(self):
+        """Where a slider stands."""
+        return _asked(Atspi.Value.get_current_value, self.node)
+
     def select(self, index):
         """Chooses the page of a notebook or the row of a list."""
         assert self._offers("Selection") and _asked(Atspi.Selection.select_child, self.node, index), \

@@ -12,7 +12,7 @@ import time
 from . import screen
 from .accessible import wait_until
 from .home import Home
-from .launcher import TABS, Launcher
+from .launcher import SDR_CONFIG, TABS, Launcher
 
 
 def say(text):
@@ -50,6 +50,12 @@ def start_and_watch(launcher, seconds):
     say(f"running: {len(engines)} engines, {launcher.totals_text}")
 
 
+def watch_meters(launcher):
+    launcher.show_tab(SDR_CONFIG)
+    wait_until(lambda: all("dB" in level for level in launcher.levels()), lambda: f"live levels: {launcher.levels()}")
+    say(f"levels: {', '.join(launcher.levels())}")
+
+
 def take_pictures(launcher, folder):
     for index, name in enumerate(TABS):
         launcher.show_tab(index)
@@ -84,6 +90,7 @@ def main():
     try:
         launcher = open_station(home, options)
         start_and_watch(launcher, options.seconds)
+        watch_meters(launcher)
         if options.screenshots:
             take_pictures(launcher, options.screenshots)
         stop_and_close(launcher)

@@ -12,6 +12,7 @@ from .accessible import program, wait_until
 
 TABS = ("Modes / Frequencies", "SDR Config", "Settings", "Audio Receivers", "Sharing", "Live Map", "Live FT8", "Live JS8",
         "Live WSPR", "Live Text Modes", "Live Images", "Stats", "Logs")
+SDR_CONFIG = 1
 LIVE_FT8 = 6
 COMPLAINT = re.compile(r"-(CRITICAL|WARNING|ERROR) \*\*|runtime error:|ERROR: \w+Sanitizer|WARNING: ThreadSanitizer")
 # GTK's notebook asks for the tab of a page that it has just let go, whenever an assistive tool listens.
@@ -140,6 +141,10 @@ class Launcher:
     def wait_for_log(self, text, seconds=10.0):
         return wait_until(lambda: text in self.log(),
                           lambda: f"\"{text}\" in the log, which reads\n{self.log()[-3000:]}", seconds)
+
+    def levels(self):
+        """What the level meters of the SDR Config tab say, one text a card; the tab has to be shown."""
+        return [each.description for each in self.notebook.children[SDR_CONFIG].find_all(name="IQ level")]
 
     # ---- processes and the end
 
