@@ -72,13 +72,12 @@ class Control:
 
     @property
     def label(self):
-        """What an assistive tool says of it first: its own name, or that of the label beside it."""
-        if self.name:
-            return self.name
+        """What an assistive tool says of it first: the label beside it, or its own name, which of a drop-down is what is
+        chosen."""
         for relation in _asked(self.node.get_relation_set, default=[]):
             if relation.get_relation_type() == Atspi.RelationType.LABELLED_BY:
                 return Control(relation.get_target(0)).name
-        return ""
+        return self.name
 
     @property
     def children(self):

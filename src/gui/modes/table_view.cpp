@@ -17,6 +17,12 @@ std::string band_shown(std::size_t band) {
   return launcher::band_display_name(launcher::band_presets[band].name);
 }
 
+std::string name_of(const std::vector<std::pair<std::string, std::string>>& entries, const std::string& serial) {
+  const auto found =
+      std::find_if(entries.begin(), entries.end(), [&](const auto& each) { return each.first == serial; });
+  return found == entries.end() ? std::string() : found->second;
+}
+
 ReceiverEntries receiver_entries(const Station& station, std::size_t band) {
   ReceiverEntries shown;
   shown.entries.emplace_back("", "Automatic");
@@ -35,6 +41,9 @@ ReceiverEntries receiver_entries(const Station& station, std::size_t band) {
   } else if (shown.chosen.empty()) {
     shown.tooltip =
         fmt::format("{}: automatic placement uses the fewest ticked receivers. Pick one to put the band on it.", name);
+  } else {
+    // A narrow table cuts the name.
+    shown.tooltip = name_of(shown.entries, shown.chosen);
   }
   return shown;
 }
