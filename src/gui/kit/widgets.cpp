@@ -54,6 +54,8 @@ GtkWidget* check_button(const std::string& text) {
 GtkWidget* scrolled(GtkWidget* child, GtkPolicyType horizontal) {
   GtkWidget* area = gtk_scrolled_window_new(nullptr, nullptr);
   gtk_scrolled_window_set_policy(GTK_SCROLLED_WINDOW(area), horizontal, GTK_POLICY_AUTOMATIC);
+  // A bar that shows only under the pointer lets what is out of sight be taken for missing.
+  gtk_scrolled_window_set_overlay_scrolling(GTK_SCROLLED_WINDOW(area), FALSE);
   gtk_container_add(GTK_CONTAINER(area), child);
   gtk_widget_set_vexpand(area, TRUE);
   gtk_widget_set_hexpand(area, TRUE);
