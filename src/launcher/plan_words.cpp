@@ -13,16 +13,6 @@ namespace {
 
 using options::Station;
 
-/// A cure that was not proven by the diagnosis is tried before it is offered.
-bool plans_with(const Station& station, const PlanFix& fix) {
-  try {
-    (void)plan(apply_fix(station, fix));
-    return true;
-  } catch (const std::exception&) {
-    return false;
-  }
-}
-
 PlanFix open_tab(PlanFix::Kind kind, const char* label) {
   PlanFix fix;
   fix.kind = kind;
@@ -52,7 +42,8 @@ PlanFix setting_fix(const std::string& serial, const std::string& key) {
 
 PlanFix unusable_fix(const PlanError& error, const Station& station) {
   const PlanFix clear = setting_fix(error.serial, error.key);
-  if (error.key == "bandwidth" && plans_with(station, clear)) return clear;
+  // A cure that was not proven by the diagnosis is tried before it is offered.
+  if (error.key == "bandwidth" && can_be_planned(apply_fix(station, clear))) return clear;
   return open_tab(PlanFix::Kind::open_sdr_config, "Open SDR Config");
 }
 

@@ -16,5 +16,8 @@ namespace launcher {
 std::vector<ReceiverLaunch> plan(const options::Station& station);
 /// The same, computed anew.
 std::vector<ReceiverLaunch> plan_uncached(const options::Station& station);
+/// Whether plan() would find a way, for trying many stations one after another: nothing is diagnosed, expanded or
+/// remembered. Never throws. Any thread.
+bool can_be_planned(const options::Station& station);
 
 }  // namespace launcher

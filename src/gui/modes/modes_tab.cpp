@@ -12,15 +12,6 @@ namespace {
 /// Up to here the planner answers within a frame or two.
 constexpr std::size_t most_receivers_at_once = 4;
 
-bool is_placed(const options::Station& station) {
-  try {
-    (void)launcher::plan(station);
-    return true;
-  } catch (const std::exception&) {
-    return false;
-  }
-}
-
 std::string search_path() {
   const char* path = std::getenv("PATH");
   return path ? path : "";
@@ -147,7 +138,7 @@ void ModesTab::pin(std::size_t band, const std::string& serial) {
 }
 
 void ModesTab::move(const Drag::Drop& drop) {
-  const Move move = move_receiver(station_, choices_, drop, is_placed);
+  const Move move = move_receiver(station_, choices_, drop, launcher::can_be_planned);
   set_note(move.note);
   if (!move.pins) return;
   options::Station changed = station_;

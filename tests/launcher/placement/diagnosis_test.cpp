@@ -183,6 +183,7 @@ TEST(Diagnosis, AFixOnOfferWorks) {
   for (int turn = 0; turn < 1500; ++turn) {
     const Station station = generator.station(7, 3);
     const auto error = plan_error(station);
+    ASSERT_EQ(can_be_planned(station), !error) << turn;
     if (!error) continue;
     if (const auto fix = plan_fix(*error, station)) {
       if (fix->kind != PlanFix::Kind::pin && fix->kind != PlanFix::Kind::receiver_setting) continue;
