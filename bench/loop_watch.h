@@ -6,7 +6,7 @@
 
 #include <glib.h>
 
-namespace bench {
+namespace own_station {
 
 /// Main thread only; one for the process, as GLib's poll function has no data of its own.
 class LoopWatch {
@@ -30,4 +30,4 @@ class LoopWatch {
   static inline gint64 left_ = 0, longest_ = 0;
 };
 
-}  // namespace bench
+}  // namespace own_station

@@ -3,18 +3,20 @@
 //
 //   table_ticks RECEIVERS [TICKS]        (run it under a display: tests/with_display build/release/bin/table_ticks 4)
 #include <algorithm>
-#include <filesystem>
-#include <fstream>
+#include <cstdlib>
 #include <random>
-#include <stdlib.h>
 #include <string>
 #include <vector>
 
 #include <fmt/format.h>
 
-#include "bench/loop_watch.h"
 #include "gui/app.h"
 #include "gui/kit/theme.h"
+#include "loop_watch.h"
+#include "own_station.h"
+
+using own_station::LoopWatch;
+using own_station::turn_for;
 
 namespace {
 
@@ -63,13 +65,6 @@ void after_paint(GdkFrameClock*, gpointer data) {
   painted.fresh = !checking;
 }
 
-void turn_for(double seconds) {
-  const gint64 end = g_get_monotonic_time() + static_cast<gint64>(seconds * G_USEC_PER_SEC);
-  const base::Timer wake = base::Timer::repeating(std::chrono::milliseconds(50), [] {});
-  while (g_get_monotonic_time() < end)
-    g_main_context_iteration(nullptr, TRUE);
-}
-
 void measure(gui::App& app, int receivers, int ticks) {
   GtkWidget* page = gtk_notebook_get_nth_page(app.window().notebook(), 0);
   std::vector<GtkWidget*> bands;
@@ -85,7 +80,7 @@ void measure(gui::App& app, int receivers, int ticks) {
     do
       band = bands[random() % bands.size()];
     while (!gtk_widget_is_sensitive(band));
-    bench::LoopWatch::reset();
+    LoopWatch::reset();
     const gint64 start = g_get_monotonic_time();
     gtk_toggle_button_set_active(GTK_TOGGLE_BUTTON(band), !gtk_toggle_button_get_active(GTK_TOGGLE_BUTTON(band)));
     const double call = static_cast<double>(g_get_monotonic_time() - start) / 1000;
@@ -95,7 +90,7 @@ void measure(gui::App& app, int receivers, int ticks) {
     times.push_back(static_cast<double>(g_get_monotonic_time() - start) / 1000);
     // The saving that follows is an iteration too.
     turn_for(tick % 20 == 19 ? 1.3 : 0.02);
-    longest = std::max({longest, call, bench::LoopWatch::longest_ms()});
+    longest = std::max({longest, call, LoopWatch::longest_ms()});
   }
   g_signal_handler_disconnect(clock, handler);
   std::sort(times.begin(), times.end());
@@ -112,24 +107,11 @@ int main(int argc, char** argv) {
   const int ticks = argc > 2 ? std::atoi(argv[2]) : 200;
   gtk_init(&argc, &argv);
   kit::load_theme();
-  std::string directory = "/tmp/table-ticks-XXXXXX";
-  if (!::mkdtemp(directory.data())) return 1;
-  gui::App::Setup setup;
-  setup.tuner = directory + "/engine";
-  setup.config_directory = directory + "/config";
-  setup.state_directory = directory + "/state";
-  setup.autostart_directory = directory + "/autostart";
-  setup.config_path = directory + "/station.conf";
-  std::ofstream(setup.tuner) << engine_script(receivers);
-  std::filesystem::permissions(setup.tuner, std::filesystem::perms::owner_all);
-  std::ofstream(setup.config_path) << station(receivers);
-  {
-    gui::App app(setup);
-    app.build();
-    app.open();
-    turn_for(2);
-    bench::LoopWatch::begin();
-    measure(app, receivers, ticks);
-  }
-  std::filesystem::remove_all(directory);
+  const own_station::Directory directory;
+  gui::App app(directory.setup(engine_script(receivers), station(receivers)));
+  app.build();
+  app.open();
+  turn_for(2);
+  LoopWatch::begin();
+  measure(app, receivers, ticks);
 }

@@ -4,29 +4,22 @@
 //   window_burst ENGINES LINES_PER_ENGINE       (run it under a display: tests/with_display
 //   build/release/bin/window_burst 16 1250)
 #include <cstdio>
-#include <filesystem>
-#include <fstream>
-#include <stdlib.h>
+#include <cstdlib>
 #include <string>
 
 #include <fmt/format.h>
 
-#include "base/file_write.h"
-#include "base/numbers.h"
-#include "bench/loop_watch.h"
 #include "gui/app.h"
 #include "gui/kit/theme.h"
+#include "loop_watch.h"
+#include "own_station.h"
+
+using own_station::LoopWatch;
+using own_station::resident_megabytes;
+using own_station::turn_for;
+using own_station::turn_until;
 
 namespace {
-
-double resident_megabytes() {
-  std::ifstream status("/proc/self/status");
-  std::string word;
-  double kilobytes = 0;
-  while (status >> word)
-    if (word == "VmRSS:") status >> kilobytes;
-  return kilobytes / 1024;
-}
 
 std::string engine_script(long lines) {
   return fmt::format(
@@ -53,11 +46,6 @@ std::string station(int engines) {
   return text + "bands = " + list + "\n";
 }
 
-void turn(const std::function<bool()>& done) {
-  while (!done())
-    g_main_context_iteration(nullptr, TRUE);
-}
-
 }  // namespace
 
 int main(int argc, char** argv) {
@@ -65,46 +53,33 @@ int main(int argc, char** argv) {
   const long lines = argc > 2 ? std::atol(argv[2]) : 1250;
   gtk_init(&argc, &argv);
   kit::load_theme();
-  std::string directory = "/tmp/window-burst-XXXXXX";
-  if (!::mkdtemp(directory.data())) return 1;
-  gui::App::Setup setup;
-  setup.tuner = directory + "/engine";
-  setup.config_directory = directory + "/config";
-  setup.state_directory = directory + "/state";
-  setup.autostart_directory = directory + "/autostart";
-  setup.config_path = directory + "/station.conf";
-  std::ofstream(setup.tuner) << engine_script(lines);
-  std::filesystem::permissions(setup.tuner, std::filesystem::perms::owner_all);
-  std::ofstream(setup.config_path) << station(engines);
+  const own_station::Directory directory;
   {
-    gui::App app(setup);
+    gui::App app(directory.setup(engine_script(lines), station(engines)));
     app.build();
     app.open();
-    const gint64 opened = g_get_monotonic_time();
-    const base::Timer wake = base::Timer::repeating(std::chrono::milliseconds(50), [] {});
-    turn([opened] { return g_get_monotonic_time() - opened > 2 * G_USEC_PER_SEC; });
+    turn_for(2);
     const std::uint64_t expected = static_cast<std::uint64_t>(engines) * static_cast<std::uint64_t>(lines);
     const double before = resident_megabytes();
-    bench::LoopWatch::begin();
+    LoopWatch::begin();
     const gint64 start = g_get_monotonic_time();
     app.start_receivers();
     const double start_ms = static_cast<double>(g_get_monotonic_time() - start) / 1000;
     // The click and the first drawing of the cards are told apart: the engines print only after both.
-    turn([start] { return g_get_monotonic_time() - start > 2 * G_USEC_PER_SEC; });
-    const double drawing_ms = bench::LoopWatch::longest_ms();
-    bench::LoopWatch::reset();
-    turn([&] { return app.activity().total_decodes() >= expected; });
+    turn_for(2);
+    const double drawing_ms = LoopWatch::longest_ms();
+    LoopWatch::reset();
+    turn_until([&] { return app.activity().total_decodes() >= expected; });
     const double seconds = static_cast<double>(g_get_monotonic_time() - start) / G_USEC_PER_SEC;
     const double after = resident_megabytes();
-    turn([&] { return static_cast<double>(g_get_monotonic_time() - start) > (seconds + 2) * G_USEC_PER_SEC; });
+    turn_for(2);
     fmt::print(
         "{} engines x {} lines: {:.2f} s, {:.0f} lines/s, start {:.1f} ms, longest iteration until drawn {:.1f} ms, in "
         "the burst {:.1f} ms, "
         "memory {:.1f} -> {:.1f} MB\n",
-        engines, lines, seconds, static_cast<double>(expected) / seconds, start_ms, drawing_ms,
-        bench::LoopWatch::longest_ms(), before, after);
+        engines, lines, seconds, static_cast<double>(expected) / seconds, start_ms, drawing_ms, LoopWatch::longest_ms(),
+        before, after);
     app.stop_receivers();
-    turn([&] { return !app.receiving(); });
+    turn_until([&] { return !app.receiving(); });
   }
-  std::filesystem::remove_all(directory);
 }

@@ -88,7 +88,7 @@ void App::open() {
   devices_->begin_snapshots();
   devices_->refresh(receiver::DiscoveryCause::opened);
   if (choices_.get("Startup", "start-receivers", false)) start_when_opened_->arm();
-  meters_->start();
+  meters_->start(setup_.timing.meter_period);
   tick_ = base::Timer::repeating(tick_period, [this] {
     refresh_counters();
     count_psk_reports();

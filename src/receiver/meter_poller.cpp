@@ -1,6 +1,5 @@
 #include "receiver/meter_poller.h"
 
-#include <chrono>
 #include <stdexcept>
 
 #include "receiver/control_requests.h"
@@ -8,7 +7,6 @@
 namespace receiver {
 namespace {
 
-constexpr std::chrono::milliseconds tick_period{50};
 constexpr std::int64_t hidden_period = 1000000;
 constexpr int time_to_answer = 200;  // ms
 
@@ -20,22 +18,19 @@ MeterReading reading_of(const base::Outcome<std::string>& reply) {
 
 }  // namespace
 
-void MeterPoller::start() {
-  timer_ = base::Timer::repeating(tick_period, [this] { tick(); });
+void MeterPoller::start(std::chrono::milliseconds period) {
+  timer_ = base::Timer::repeating(period, [this] { tick(); });
 }
 
 void MeterPoller::tick() {
-  const std::vector<MeterTarget> targets = hooks_.targets();
-  if (targets.empty()) return;
   const bool shown = hooks_.shown();
   const std::int64_t now = hooks_.now();
-  for (const MeterTarget& target : targets) {
+  // What was put off while nobody looked is not put off any longer.
+  if (!shown && now < due_) return;
+  due_ = shown ? 0 : now + hidden_period;
+  for (const MeterTarget& target : hooks_.targets()) {
     Receiver& receiver = receivers_[target.name];
-    // What was put off while nobody looked is not put off any longer.
-    if (shown) receiver.due = 0;
-    if (receiver.call || now < receiver.due) continue;
-    receiver.due = shown ? 0 : now + hidden_period;
-    ask(target, receiver);
+    if (!receiver.call) ask(target, receiver);
   }
 }
 
@@ -64,6 +59,11 @@ void MeterPoller::answered(const std::string& name, const base::Outcome<std::str
   }
   receiver.call.reset();
   hooks_.changed(name);
+}
+
+void MeterPoller::begin_session() {
+  receivers_.clear();
+  due_ = 0;
 }
 
 const MeterSnapshot* MeterPoller::snapshot(const std::string& name) const {

@@ -1,6 +1,7 @@
 // Asks the running engines for their levels: twenty times a second while somebody looks, once a second otherwise.
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <functional>
 #include <map>
@@ -11,6 +12,7 @@
 #include "base/timer.h"
 #include "receiver/control_client.h"
 #include "receiver/meter_snapshot.h"
+#include "receiver/timing.h"
 
 namespace receiver {
 
@@ -40,13 +42,12 @@ class MeterPoller {
   MeterPoller(const MeterPoller&) = delete;
   MeterPoller& operator=(const MeterPoller&) = delete;
 
-  /// Begins to tick, every 50 ms.
-  void start();
-  /// Asks whoever is due. The tick calls it.
+  void start(std::chrono::milliseconds period = Timing{}.meter_period);
+  /// Asks whoever is due; the timer calls it.
   void tick();
 
   /// A session starts: nothing of an earlier one is shown any more, and nobody waits for its answers.
-  void begin_session() { receivers_.clear(); }
+  void begin_session();
   /// A receiver's engine has gone.
   void forget(const std::string& name) { receivers_.erase(name); }
 
@@ -57,7 +58,6 @@ class MeterPoller {
   struct Receiver {
     MeterSnapshot snapshot;
     std::optional<ControlCall> call;  ///< while a poll is out
-    std::int64_t due = 0;             ///< when the next one may go; 0 for at once
   };
 
   void ask(const MeterTarget& target, Receiver& receiver);
@@ -65,6 +65,7 @@ class MeterPoller {
 
   MeterHooks hooks_;
   base::Timer timer_;
+  std::int64_t due_ = 0;  ///< when the next polls may go; 0 for at once
   std::map<std::string, Receiver> receivers_;
 };
 

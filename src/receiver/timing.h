@@ -1,4 +1,4 @@
-// Every delay of supervision in one place, with the shipped values.
+// The delays around running engines in one place, with the shipped values.
 #pragma once
 
 #include <array>
@@ -22,6 +22,8 @@ struct Timing {
   /// Start when opened: how often it looks, and how often at most.
   std::chrono::milliseconds start_period = std::chrono::seconds(3);
   int start_tries = 30;
+  /// Between two polls of a receiver's levels while its meters are on the screen.
+  std::chrono::milliseconds meter_period{50};
 };
 
 /// Time since an arbitrary point, never set back.

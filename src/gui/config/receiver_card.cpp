@@ -1,5 +1,6 @@
 #include "gui/config/receiver_card.h"
 
+#include "base/signal_connection.h"
 #include "base/text.h"
 #include "gui/config/slider_widget.h"
 #include "gui/kit/widgets.h"
@@ -37,6 +38,7 @@ ReceiverCard::ReceiverCard(const options::ReceiverProfile& receiver, launcher::F
   facts_.family = family;
   facts_.model = receiver.model;
   kit::add(widget(), strip_.widget());
+  base::connect_forever(strip_.widget(), "map", [this] { show_meters(); });
   if (const std::string text = class_text(family, receiver.model); !text.empty())
     kit::add(widget(), wrapped_label(text, {"small"}));
   kit::add(widget(), controls_.widget());
@@ -97,7 +99,9 @@ void ReceiverCard::show(const StationView& view) {
   show_meters();
 }
 
+// What nobody sees is not brought up to date until it comes to the screen.
 void ReceiverCard::show_meters() {
+  if (!strip_.mapped()) return;
   receiver::MeterSurroundings around;
   around.running = facts_.running;
   around.agc = agc_is_on(facts_);

@@ -28,7 +28,7 @@ class ReceiverCard {
   /// The engine refused live edits, and runs with these settings: what was edited returns to them, but for edits that
   /// are among them. Never an edit.
   void show_applied(const options::Profile& settings);
-  /// Puts the newest readings on the meters and what follows them. Never an edit.
+  /// Puts the newest readings on the meters and what follows them, now or when they come to the screen. Never an edit.
   void show_meters();
   [[nodiscard]] bool meters_mapped() const { return strip_.mapped(); }
 

@@ -16,10 +16,12 @@
 
 namespace {
 
+using testing::AllOf;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::HasSubstr;
 using testing::IsEmpty;
+using testing::Not;
 using testing_gui::settle;
 
 class ConfigTab : public testing::Test {
@@ -55,7 +57,10 @@ class ConfigTab : public testing::Test {
     actions.set_spot = note("spot");
     actions.set_share = note("share");
     actions.remove = note("remove");
-    page_ = std::make_unique<gui::ConfigPage>(actions);
+    gui::MeterSource meters;
+    meters.snapshot = [this](const std::string& serial) { return serial == "ONE" ? &snapshot_ : nullptr; };
+    meters.now = [this] { return snapshot_.taken; };
+    page_ = std::make_unique<gui::ConfigPage>(actions, meters);
     window_ = gtk_window_new(GTK_WINDOW_TOPLEVEL);
     gtk_window_set_default_size(GTK_WINDOW(window_), 1076, 700);
     gtk_container_add(GTK_CONTAINER(window_), page_->widget());
@@ -100,6 +105,7 @@ class ConfigTab : public testing::Test {
 
   options::Station station_;
   std::set<std::string> running_;
+  receiver::MeterSnapshot snapshot_;  ///< of ONE
   std::vector<std::string> edits_;
   std::unique_ptr<gui::ConfigPage> page_;
   GtkWidget* window_ = nullptr;
@@ -158,6 +164,30 @@ TEST_F(ConfigTab, SendsLiveEditsOfARunningReceiverAndTakesThemBack) {
   show();
   EXPECT_STREQ(gtk_combo_box_get_active_id(GTK_COMBO_BOX(control("ONE", "antenna"))), "A");
   EXPECT_THAT(edits_, ElementsAre("live ONE gain-reduction 40", "live ONE antenna B"));
+}
+
+TEST_F(ConfigTab, MetersFollowTheirReadingsOnTheScreen) {
+  const auto texts = [this] { return testing_gui::visible_texts(card("ONE")); };
+  station_.receivers[0].settings = {{"gain-reduction", "50"}};
+  running_ = {"ONE"};
+  snapshot_.taken = 1;
+  snapshot_.reading.level_state = snapshot_.reading.if_state = "ready";
+  snapshot_.reading.rms = -42;
+  snapshot_.reading.if_reduction = 33;
+  show();
+  EXPECT_THAT(texts(), Contains("−42.0 dBFS"));
+  EXPECT_EQ(position("ONE", "gain-reduction"), -33);
+  gtk_widget_hide(window_);
+  snapshot_.reading.rms = -30;
+  page_->show_meters("ONE");
+  gtk_widget_show(window_);
+  settle();
+  EXPECT_THAT(texts(), Contains("−30.0 dBFS")) << "what changed out of sight is caught up";
+  snapshot_.error = "Audio request timed out";
+  page_->show_meters("ONE");
+  EXPECT_THAT(texts(), AllOf(Contains("—"), Not(Contains("−30.0 dBFS")), Not(Contains("−33 dB"))));
+  EXPECT_EQ(position("ONE", "gain-reduction"), -33) << "it keeps its place";
+  EXPECT_THAT(edits_, IsEmpty());
 }
 
 TEST_F(ConfigTab, MovesARunningCaptureOnlyWhenTheBoxIsLeft) {
