@@ -74,6 +74,7 @@ std::vector<std::string> sockets(const own_station::Directory& directory) {
   const std::string folder = directory.state() + "/audio-control";
   base::make_private_directory(folder);
   std::vector<std::string> paths;
+  paths.reserve(receivers);
   for (int i = 0; i < receivers; ++i)
     paths.push_back(fmt::format("{}/audio-{}-{}.sock", folder, ::getpid(), i));
   return paths;

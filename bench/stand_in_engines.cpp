@@ -84,6 +84,7 @@ void answer(int listener, std::size_t engine, unsigned poll, Shared& shared) {
 [[noreturn]] void serve(const std::vector<int>& listeners, Shared& shared) {
   ::prctl(PR_SET_PDEATHSIG, SIGKILL);
   std::vector<pollfd> waiting;
+  waiting.reserve(listeners.size());
   for (const int listener : listeners)
     waiting.push_back({listener, POLLIN, 0});
   std::vector<unsigned> polls(listeners.size());

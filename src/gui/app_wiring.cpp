@@ -16,9 +16,13 @@ receiver::SupervisorHooks App::supervisor_hooks() {
   hooks.write_profile = [](const std::string& path, const options::Profile& profile) {
     options::write_config(path, profile);
   };
-  hooks.save_session = [this] { session_->save(); };
+  hooks.save_session = [this] {
+    apply_->keep_unsent();
+    session_->save();
+  };
   hooks.session_ended = [this] { session_ended(); };
   hooks.find_launch = [this](const std::string& name) { return find_launch(name); };
+  hooks.restarted = [this](const std::string& name, const std::string& conf) { apply_->engine_restarted(name, conf); };
   hooks.changed = [this] { refresh(); };
   hooks.start_again = [this] { start_receivers(); };
   hooks.quit = [this] {

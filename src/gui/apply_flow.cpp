@@ -1,13 +1,15 @@
 #include "gui/apply_flow.h"
 
 #include <algorithm>
+#include <iterator>
 
 #include <fmt/format.h>
 
 #include "base/numbers.h"
 #include "base/text.h"
-#include "launcher/planner.h"
+#include "launcher/receiver_overlay.h"
 #include "launcher/retune_plan.h"
+#include "launcher/setting_kinds.h"
 #include "receiver/control_requests.h"
 
 namespace gui {
@@ -16,14 +18,8 @@ namespace {
 using launcher::ChangeClass;
 using launcher::PlanChange;
 using launcher::ReceiverLaunch;
-using receiver::ApplyOutcome;
-
-receiver::ReceiverRequests requests_of(const ReceiverLaunch& launch, const launcher::ReceiverChange& change) {
-  receiver::ReceiverRequests requests{launch.name, launch.control_path, {}};
-  if (!change.settings.empty()) requests.requests.push_back(receiver::setting_request(change.settings));
-  if (!change.hardware.empty()) requests.requests.push_back(receiver::radio_set_request(change.hardware));
-  return requests;
-}
+using receiver::RetuneOutcome;
+using receiver::SettingsOutcome;
 
 receiver::RetuneTarget retune_target(const ReceiverLaunch& launch) {
   const std::string known = launcher::known_selection_text(launch);
@@ -32,18 +28,32 @@ receiver::RetuneTarget retune_target(const ReceiverLaunch& launch) {
           receiver::retune_request(receiver::RetuneStep::apply, launch.capture.center, launch.channels, known)};
 }
 
-/// The values that a launch has of some settings; those that it has not are taken away.
-void copy_settings(options::Profile& to, const options::Profile& from, const options::Profile& keys) {
-  for (const auto& [key, value] : keys)
-    if (const auto found = from.find(key); found != from.end())
-      to[key] = found->second;
-    else
-      to.erase(key);
+std::vector<std::string> names_of(const std::vector<ReceiverLaunch>& launches) {
+  std::vector<std::string> names;
+  for (const ReceiverLaunch& launch : launches)
+    names.push_back(launch.name);
+  return names;
+}
+
+/// A running launch with the selection of a planned one. A retune carries nothing else: what else the plan has of newer
+/// settings is not the engine's yet.
+ReceiverLaunch with_selection(const ReceiverLaunch& running, ReceiverLaunch planned) {
+  const auto family = launcher::parse_family(launcher::value_or(running.profile, "backend", "sdrplay"));
+  const auto selects = [&](const auto& entry) {
+    return launcher::setting_kind(entry.first, family.value_or(launcher::Family::sdrplay)) ==
+           launcher::SettingKind::selection;
+  };
+  options::Profile profile = running.profile;
+  std::erase_if(profile, selects);
+  std::copy_if(planned.profile.begin(), planned.profile.end(), std::inserter(profile, profile.end()), selects);
+  planned.profile = std::move(profile);
+  return planned;
 }
 
 }  // namespace
 
-ApplyFlow::ApplyFlow(ApplySurroundings surroundings) : surroundings_(std::move(surroundings)), live_(live_hooks()) {}
+ApplyFlow::ApplyFlow(ApplySurroundings surroundings)
+    : surroundings_(std::move(surroundings)), live_(live_hooks(), surroundings_.edit_delay) {}
 
 ReceiverLaunch* ApplyFlow::find_launch(const std::string& name) {
   auto& launches = surroundings_.launches;
@@ -52,10 +62,17 @@ ReceiverLaunch* ApplyFlow::find_launch(const std::string& name) {
   return found == launches.end() ? nullptr : &*found;
 }
 
-bool ApplyFlow::is_running(const std::string& name) const {
-  const auto& children = surroundings_.supervisor.children();
-  return std::any_of(children.begin(), children.end(), [&](const auto& child) {
-    return child->name == name && !child->temporary && !child->exit_seen && !child->stop_requested;
+unsigned ApplyFlow::engine_of(const std::string& name) const {
+  for (const auto& child : surroundings_.supervisor.children())
+    if (child->name == name && !child->temporary && !child->exit_seen && !child->stop_requested) return child->number;
+  return 0;
+}
+
+bool ApplyFlow::is_receiving() const {
+  const auto& supervisor = surroundings_.supervisor;
+  const auto& children = supervisor.children();
+  return !supervisor.pending_restarts().empty() || std::any_of(children.begin(), children.end(), [](const auto& child) {
+    return !child->temporary && !child->stop_requested;
   });
 }
 
@@ -66,23 +83,39 @@ std::vector<ReceiverLaunch> ApplyFlow::running_launches() const {
   return running;
 }
 
-void ApplyFlow::begin_operation(const std::string& status, const std::string& text) {
+void ApplyFlow::begin_operation(const std::vector<std::string>& names, const std::string& status,
+                                const std::string& text) {
   busy_ = true;
+  engines_.clear();
+  for (const std::string& name : names)
+    engines_[name] = engine_of(name);
+  live_.hold({names.begin(), names.end()});
   surroundings_.report(text, {});
   surroundings_.refresh();
   if (!status.empty()) surroundings_.show_status(status);
 }
 
+ReceiverLaunch* ApplyFlow::find_told(const std::string& name, std::string& failure) {
+  ReceiverLaunch* const launch = find_launch(name);
+  const unsigned engine = engine_of(name);
+  if (launch == nullptr || engine == 0 || engine == engines_.at(name)) return launch;
+  if (failure.empty())
+    failure = launch->label() + " has started again meanwhile. Apply and Save once more tells it the new settings.";
+  return nullptr;
+}
+
 // --- Apply and Save ---
 
 void ApplyFlow::apply_and_save() {
-  if (busy_ || surroundings_.other_operation() || !surroundings_.supervisor.restart_names().empty()) {
+  const receiver::Supervisor& supervisor = surroundings_.supervisor;
+  const bool restarting = !supervisor.restart_names().empty() || supervisor.restart_all();
+  if (busy_ || live_.sending() || surroundings_.other_operation() || restarting) {
     const char* words = "Wait for the current receiver update to finish, then Apply and Save.";
     surroundings_.report(words, {});
     return surroundings_.show_status(words);
   }
   options::Session& session = surroundings_.session;
-  const bool receiving = surroundings_.supervisor.receiving();
+  const bool receiving = is_receiving();
   PlanChange change;
   try {
     if (receiving) change = launcher::plan_change(session.station(), surroundings_.launches);
@@ -141,46 +174,71 @@ void ApplyFlow::restart_some(const PlanChange& change) {
 // --- Live settings of the station ---
 
 void ApplyFlow::apply_live(const PlanChange& change) {
-  begin_operation({}, "Applying changed settings to the running receivers; they keep running.");
-  std::vector<receiver::ReceiverRequests> targets;
-  ApplyOutcome unsent;
+  std::vector<receiver::SettingsTarget> targets;
+  std::vector<std::string> names;
+  SettingsOutcome untold;
   for (const auto& [name, receiver] : change.receivers) {
-    if (receiver.restart || (receiver.settings.empty() && receiver.hardware.empty())) continue;
-    try {
-      targets.push_back(requests_of(*find_launch(name), receiver));
-    } catch (const std::exception& error) {
-      unsent.failure = error.what();
+    const ReceiverLaunch* const launch = find_launch(name);
+    if (receiver.restart || (receiver.settings.empty() && receiver.hardware.empty()) || launch == nullptr) continue;
+    if (is_running(name)) {
+      targets.push_back({name, launch->control_path, receiver.settings, receiver.hardware});
+      names.push_back(name);
+    } else {  // it takes them when it starts
+      untold.confirmed[name] = receiver.settings;
+      untold.confirmed[name].insert(receiver.hardware.begin(), receiver.hardware.end());
     }
   }
+  // A retune that follows must find no request of a card out.
+  if (change.change == ChangeClass::retune) names = names_of(surroundings_.launches);
+  begin_operation(names, {}, "Applying changed settings to the running receivers; they keep running.");
+  for (const auto& [name, settings] : untold.confirmed)
+    take_settings(*find_launch(name), settings);
   base::run_in_background(
       alive_.watch(),
       [targets, transport = surroundings_.transport] { return receiver::apply_settings(targets, transport); },
-      [this, change, unsent](const base::Outcome<ApplyOutcome>& outcome) {
-        ApplyOutcome result = outcome.value.value_or(ApplyOutcome{{}, outcome.error});
-        if (result.failure.empty()) result.failure = unsent.failure;
-        settings_applied(change, result);
+      [this, change](const base::Outcome<SettingsOutcome>& outcome) {
+        settings_applied(change, outcome.value.value_or(SettingsOutcome{{}, outcome.error}));
       });
 }
 
-void ApplyFlow::settings_applied(const PlanChange& change, const ApplyOutcome& outcome) {
+void ApplyFlow::take_settings(ReceiverLaunch& launch, const receiver::Settings& settings) {
+  for (const auto& [key, value] : settings)
+    if (value.empty())
+      launch.profile.erase(key);
+    else
+      launch.profile[key] = value;
+  live_.started(launch);
+  surroundings_.supervisor.update_restart_profile(launch.name);
+}
+
+void ApplyFlow::settings_applied(const PlanChange& change, SettingsOutcome outcome) {
   busy_ = false;
-  for (const std::string& name : outcome.succeeded) {
-    ReceiverLaunch* launch = find_launch(name);
-    const auto wanted = std::find_if(change.launches.begin(), change.launches.end(),
-                                     [&](const auto& each) { return each.name == name; });
-    if (launch == nullptr || wanted == change.launches.end()) continue;
-    copy_settings(launch->profile, wanted->profile, change.receivers.at(name).settings);
-    copy_settings(launch->profile, wanted->profile, change.receivers.at(name).hardware);
-    live_.started(*launch);
-    surroundings_.supervisor.update_restart_profile(name);
-  }
+  for (const auto& [name, confirmed] : outcome.confirmed)
+    if (ReceiverLaunch* const launch = find_told(name, outcome.failure)) {
+      take_settings(*launch, confirmed);
+      save_rounded(name, change.receivers.at(name).hardware, confirmed);
+    }
   surroundings_.refresh();
-  if (surroundings_.supervisor.closing()) return;
-  if (!outcome.failure.empty()) return surroundings_.show_error(outcome.failure);
+  if (!surroundings_.supervisor.closing()) after_settings(change, outcome.failure);
+  if (!busy_) live_.hold({});
+}
+
+void ApplyFlow::after_settings(const PlanChange& change, const std::string& failure) {
+  if (!failure.empty()) return surroundings_.show_error(failure);
   if (change.change == ChangeClass::retune) return retune();
   surroundings_.session.store_fingerprint();
   surroundings_.refresh();
   surroundings_.show_status("Settings applied; receivers continue running.");
+}
+
+void ApplyFlow::save_rounded(const std::string& name, const receiver::Settings& asked,
+                             const receiver::Settings& confirmed) {
+  for (const auto& [key, value] : asked) {
+    const auto taken = confirmed.find(key);
+    if (taken == confirmed.end() || taken->second == value) continue;
+    if (surroundings_.session.value(fmt::format("receiver.{}.{}", name, key)) == value)
+      surroundings_.set_setting(name, key, taken->second);
+  }
 }
 
 // --- Retune ---
@@ -190,39 +248,42 @@ void ApplyFlow::retune() {
   std::vector<ReceiverLaunch> changed;
   std::vector<receiver::RetuneTarget> targets;
   try {
-    for (ReceiverLaunch& launch : launcher::retune_plan(surroundings_.session.station(), running_launches())) {
-      const ReceiverLaunch* now = find_launch(launch.name);
-      if (now->profile == launch.profile && now->capture == launch.capture) continue;
+    for (ReceiverLaunch& planned : launcher::retune_plan(surroundings_.session.station(), running_launches())) {
+      const ReceiverLaunch& now = *find_launch(planned.name);
+      ReceiverLaunch launch = with_selection(now, std::move(planned));
+      if (now.profile == launch.profile && now.capture == launch.capture) continue;
       targets.push_back(retune_target(launch));
       changed.push_back(std::move(launch));
     }
   } catch (const std::exception& error) {
     return surroundings_.show_error(error.what());
   }
-  begin_operation("Applying selected bands to running receivers…", "Applying selected bands to running receivers.");
+  begin_operation(names_of(changed), "Applying selected bands to running receivers…",
+                  "Applying selected bands to running receivers.");
   base::run_in_background(
       alive_.watch(),
       [targets, transport = surroundings_.transport] { return receiver::retune_receivers(targets, transport); },
-      [this, changed](const base::Outcome<ApplyOutcome>& outcome) {
-        retuned(changed, outcome.value.value_or(ApplyOutcome{{}, outcome.error}));
+      [this, changed](const base::Outcome<RetuneOutcome>& outcome) {
+        retuned(changed, outcome.value.value_or(RetuneOutcome{{}, outcome.error}));
       });
 }
 
-void ApplyFlow::retuned(const std::vector<ReceiverLaunch>& targets, const ApplyOutcome& outcome) {
+void ApplyFlow::retuned(const std::vector<ReceiverLaunch>& targets, RetuneOutcome outcome) {
   busy_ = false;
   for (const ReceiverLaunch& launch : targets) {
-    ReceiverLaunch* running = find_launch(launch.name);
     const bool done =
         std::find(outcome.succeeded.begin(), outcome.succeeded.end(), launch.name) != outcome.succeeded.end();
-    if (!done || running == nullptr) continue;
-    *running = launch;
-    live_.started(launch);
+    ReceiverLaunch* const running = done ? find_told(launch.name, outcome.failure) : nullptr;
+    if (running == nullptr) continue;
+    *running = with_selection(*running, launch);
+    live_.started(*running);
     surroundings_.supervisor.update_restart_profile(launch.name);
     surroundings_.report(fmt::format("Retuned to selected bands, capture centre {:.6f} MHz; partial decode intervals "
                                      "discarded.",
                                      launch.capture.center / 1e6),
                          launch.label());
   }
+  live_.hold({});
   if (surroundings_.supervisor.closing()) return;
   if (!outcome.succeeded.empty()) surroundings_.launches_changed();
   if (outcome.failure.empty()) surroundings_.session.store_fingerprint();
@@ -256,8 +317,10 @@ receiver::LiveSettingsHooks ApplyFlow::live_hooks() {
     return receiver::send_radio_set(transport, path, settings);
   };
   hooks.running = [this](const std::string& name) { return is_running(name) ? find_launch(name) : nullptr; };
-  hooks.confirmed = [this](const std::string& name, const receiver::Settings& settings) {
-    live_confirmed(name, settings);
+  hooks.confirmed = [this](const std::string& name, const receiver::Settings& confirmed,
+                           const receiver::Settings& to_save) { live_confirmed(name, confirmed, to_save); };
+  hooks.unsent = [this](const std::string& name, const receiver::Settings& settings) {
+    set_receiver_settings(name, settings);
   };
   hooks.refused = [this](const std::string& name, const std::string& reason, const receiver::Settings& shown) {
     live_refused(name, reason, shown);
@@ -267,8 +330,9 @@ receiver::LiveSettingsHooks ApplyFlow::live_hooks() {
 
 void ApplyFlow::edit_live(const std::string& name, const std::string& key, const std::string& value) {
   // An empty box is Automatic, which a running engine has no word for: it takes "Apply and Save".
-  if (value.empty() || !is_running(name)) return set_receiver_settings(name, {{key, value}});
-  live_.edit(name, key, value);
+  if (!value.empty() && is_running(name)) return live_.edit(name, key, value);
+  live_.withdraw(name, key);
+  set_receiver_settings(name, {{key, value}});
 }
 
 void ApplyFlow::set_receiver_settings(const std::string& name, const receiver::Settings& settings) {
@@ -276,7 +340,8 @@ void ApplyFlow::set_receiver_settings(const std::string& name, const receiver::S
     surroundings_.set_setting(name, key, value);
 }
 
-void ApplyFlow::live_confirmed(const std::string& name, const receiver::Settings& confirmed) {
+void ApplyFlow::live_confirmed(const std::string& name, const receiver::Settings& confirmed,
+                               const receiver::Settings& to_save) {
   ReceiverLaunch* launch = find_launch(name);
   if (launch == nullptr) return;
   const bool differed = differs_from_running();
@@ -285,7 +350,7 @@ void ApplyFlow::live_confirmed(const std::string& name, const receiver::Settings
     if (key == "center-frequency") launch->capture.center = base::parse_scaled(value).value_or(launch->capture.center);
   }
   surroundings_.supervisor.update_restart_profile(name);
-  set_receiver_settings(name, confirmed);
+  set_receiver_settings(name, to_save);
   try {
     surroundings_.session.save();
     if (!differed) surroundings_.session.store_fingerprint();
@@ -299,6 +364,18 @@ void ApplyFlow::live_refused(const std::string& name, const std::string& reason,
   const ReceiverLaunch* launch = find_launch(name);
   surroundings_.report("Live SDR update failed: " + reason, launch == nullptr ? std::string() : launch->label());
   surroundings_.show_applied(name, shown);
+}
+
+void ApplyFlow::engine_restarted(const std::string& name, const std::string& conf) {
+  ReceiverLaunch* const launch = find_launch(name);
+  if (launch == nullptr) return;
+  try {
+    launcher::take_profile(*launch, options::read_profile(conf));
+  } catch (const std::exception&) {
+    return;  // The engine reads the same and says so.
+  }
+  live_.started(*launch);
+  surroundings_.launches_changed();
 }
 
 void ApplyFlow::keep_unsent() {

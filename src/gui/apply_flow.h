@@ -2,7 +2,9 @@
 // Knows no widget.
 #pragma once
 
+#include <chrono>
 #include <functional>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -31,6 +33,7 @@ struct ApplySurroundings {
   /// A receiver's card returns to these values.
   std::function<void(const std::string& name, const receiver::Settings& values)> show_applied = {};
   std::function<bool()> other_operation = {};  ///< another receiver, audio or frequency operation is under way
+  std::chrono::milliseconds edit_delay{250};   ///< from the last edit of a card to its request
 };
 
 /// Main thread only.
@@ -54,32 +57,52 @@ class ApplyFlow {
   void apply_live_sdr(const std::string& name) { live_.apply_live_sdr(name); }
   /// New engines run with these settings.
   void begin_session() { live_.begin_session(surroundings_.launches); }
-  /// Stop was pressed: edits that were not sent yet are the session's, as those of a stopped receiver are.
+  /// A receiver that crashed runs again with this profile: what a retune left of its capture is gone, and so is what
+  /// could not be written.
+  void engine_restarted(const std::string& name, const std::string& conf);
+  /// The receivers are about to stop: edits that were not sent yet are the session's, as those of a stopped receiver
+  /// are.
   void keep_unsent();
 
   /// A request to the running receivers is out.
   [[nodiscard]] bool busy() const { return busy_; }
+  /// What the cards of running receivers are about.
+  [[nodiscard]] const receiver::LiveSettings& live() const { return live_; }
   /// What a running session would have to change; nothing where the settings cannot be planned.
   [[nodiscard]] bool differs_from_running() const;
 
  private:
   receiver::LiveSettingsHooks live_hooks();
   [[nodiscard]] launcher::ReceiverLaunch* find_launch(const std::string& name);
-  [[nodiscard]] bool is_running(const std::string& name) const;
+  /// The number of the start of the receiver's engine; 0 when none runs.
+  [[nodiscard]] unsigned engine_of(const std::string& name) const;
+  [[nodiscard]] bool is_running(const std::string& name) const { return engine_of(name) != 0; }
+  /// Something runs, or will again by itself; receivers that were all asked to stop are not receiving any more.
+  [[nodiscard]] bool is_receiving() const;
   [[nodiscard]] std::vector<launcher::ReceiverLaunch> running_launches() const;
 
   void apply_change(const launcher::PlanChange& change);
   void restart_some(const launcher::PlanChange& change);
-  void settings_applied(const launcher::PlanChange& change, const receiver::ApplyOutcome& outcome);
-  void retuned(const std::vector<launcher::ReceiverLaunch>& targets, const receiver::ApplyOutcome& outcome);
-  void live_confirmed(const std::string& name, const receiver::Settings& confirmed);
+  void settings_applied(const launcher::PlanChange& change, receiver::SettingsOutcome outcome);
+  void after_settings(const launcher::PlanChange& change, const std::string& failure);
+  void retuned(const std::vector<launcher::ReceiverLaunch>& targets, receiver::RetuneOutcome outcome);
+  /// The receiver runs with these settings, or will.
+  void take_settings(launcher::ReceiverLaunch& launch, const receiver::Settings& settings);
+  /// What the hardware took otherwise than it was asked to is the receiver's setting, unless that was changed since.
+  void save_rounded(const std::string& name, const receiver::Settings& asked, const receiver::Settings& confirmed);
+  void live_confirmed(const std::string& name, const receiver::Settings& confirmed, const receiver::Settings& to_save);
   void live_refused(const std::string& name, const std::string& reason, const receiver::Settings& shown);
   void set_receiver_settings(const std::string& name, const receiver::Settings& settings);
-  void begin_operation(const std::string& status, const std::string& text);
+  /// Requests to these receivers go out: their cards wait.
+  void begin_operation(const std::vector<std::string>& names, const std::string& status, const std::string& text);
+  /// The launch of a receiver that has confirmed something. Null, with the reason, when an engine runs by now that was
+  /// never told.
+  [[nodiscard]] launcher::ReceiverLaunch* find_told(const std::string& name, std::string& failure);
 
   ApplySurroundings surroundings_;
   base::Liveness alive_;
   bool busy_ = false;
+  std::map<std::string, unsigned> engines_;  ///< of the receivers of the operation, as it began
   receiver::LiveSettings live_;
 };
 

@@ -40,6 +40,10 @@ struct ReceiverLaunch {
   [[nodiscard]] std::string label() const { return model + " · " + name; }
 };
 
+/// Gives a launch this profile, and all that follows from reading it: channels, capture, files. Throws the option
+/// check's std::runtime_error; then nothing has changed.
+void take_profile(ReceiverLaunch& launch, std::map<std::string, std::string> profile);
+
 /// The launch that replaces a running one is reached where that one is.
 void keep_control(ReceiverLaunch& launch, const ReceiverLaunch& running);
 

@@ -2,6 +2,8 @@
 
 #include <stdexcept>
 
+#include "receiver/control_requests.h"
+
 namespace receiver {
 namespace {
 
@@ -15,13 +17,17 @@ void require_ok(const std::string& reply) {
   if (!reply.starts_with("OK")) throw std::runtime_error(reply.empty() ? "No audio-control response" : reply);
 }
 
-ApplyOutcome apply_settings(const std::vector<ReceiverRequests>& targets, const Transport& transport) {
-  ApplyOutcome outcome;
-  for (const ReceiverRequests& target : targets) {
+SettingsOutcome apply_settings(const std::vector<SettingsTarget>& targets, const Transport& transport) {
+  SettingsOutcome outcome;
+  for (const SettingsTarget& target : targets) {
     try {
-      for (const std::string& request : target.requests)
-        require_ok(transport(target.path, request, setting_timeout));
-      outcome.succeeded.push_back(target.name);
+      if (!target.settings.empty()) {
+        const Settings told = told_settings(target.settings);
+        require_ok(transport(target.path, setting_request(told), setting_timeout));
+        outcome.confirmed[target.name].insert(told.begin(), told.end());
+      }
+      if (!target.hardware.empty())
+        outcome.confirmed[target.name].merge(send_radio_set(transport, target.path, target.hardware));
     } catch (const std::exception& error) {
       if (outcome.failure.empty()) outcome.failure = error.what();
     }
@@ -29,8 +35,8 @@ ApplyOutcome apply_settings(const std::vector<ReceiverRequests>& targets, const 
   return outcome;
 }
 
-ApplyOutcome retune_receivers(const std::vector<RetuneTarget>& targets, const Transport& transport) {
-  ApplyOutcome outcome;
+RetuneOutcome retune_receivers(const std::vector<RetuneTarget>& targets, const Transport& transport) {
+  RetuneOutcome outcome;
   try {
     for (const RetuneTarget& target : targets)
       require_ok(transport(target.path, target.check, check_timeout));

@@ -24,11 +24,16 @@ std::string radio_set_request(const Settings& settings) {
   return "RADIO SET " + format_pairs(settings);
 }
 
-std::string setting_request(const Settings& settings) {
+Settings told_settings(const Settings& settings) {
   Settings told;
   for (const auto& [key, value] : settings)
     if (launcher::setting_kind(key, launcher::Family::sdrplay) == launcher::SettingKind::live && travels(value))
       told.emplace(key, value);
+  return told;
+}
+
+std::string setting_request(const Settings& settings) {
+  const Settings told = told_settings(settings);
   if (told.empty()) throw std::runtime_error("No setting to change");
   return "RADIO SETTING " + format_pairs(told);
 }

@@ -19,8 +19,9 @@ inline constexpr std::string_view status_request = "STATUS";
 
 /// "RADIO SET gain-reduction=40,lna-state=2".
 std::string radio_set_request(const Settings& settings);
-/// "RADIO SETTING decode-depth=3". Keys that cannot be told a running engine, and values that would break the list, are
-/// left out; nothing left throws.
+/// What can be told a running engine: without other keys, and values that would break the list.
+Settings told_settings(const Settings& settings);
+/// "RADIO SETTING decode-depth=3", of what can be told; nothing left throws.
 std::string setting_request(const Settings& settings);
 
 enum class RetuneStep : std::uint8_t { check, apply };

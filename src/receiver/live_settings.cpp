@@ -30,6 +30,18 @@ void judge_edit(const launcher::ReceiverLaunch& launch, const std::string& key, 
   if (!parses(key, value)) throw std::runtime_error(fmt::format("Invalid value for {}", key));
 }
 
+/// Moves out of `edits` what is applied already.
+Settings take_known(Settings& edits, const Settings& applied) {
+  Settings known;
+  std::erase_if(edits, [&](const auto& edit) {
+    const auto now = applied.find(edit.first);
+    const bool same = now != applied.end() && now->second == edit.second;
+    if (same) known.insert(edit);
+    return same;
+  });
+  return known;
+}
+
 }  // namespace
 
 void LiveSettings::begin_session(const std::vector<launcher::ReceiverLaunch>& launches) {
@@ -56,19 +68,30 @@ void LiveSettings::edit(const std::string& name, const std::string& key, const s
   receiver.timer = base::Timer::once(delay_, [this, name] { apply_live_sdr(name); });
 }
 
+void LiveSettings::withdraw(const std::string& name, const std::string& key) {
+  const auto found = receivers_.find(name);
+  if (found == receivers_.end()) return;
+  found->second.edits.erase(key);
+  if (found->second.sending) found->second.withdrawn.insert(key);
+}
+
+void LiveSettings::hold(std::set<std::string> names) {
+  for (const std::string& name : std::exchange(held_, std::move(names)))
+    if (const auto found = receivers_.find(name); found != receivers_.end() && !found->second.timer.armed())
+      apply_live_sdr(name);
+}
+
 void LiveSettings::apply_live_sdr(const std::string& name) {
   Receiver& receiver = receivers_[name];
   receiver.timer = {};
-  if (receiver.sending) return;
-  std::erase_if(receiver.edits, [&](const auto& edit) {
-    const auto now = receiver.applied.find(edit.first);
-    return now != receiver.applied.end() && now->second == edit.second;
-  });
-  if (receiver.edits.empty()) return;
-  const Settings settings = std::exchange(receiver.edits, {});
+  if (receiver.sending || held_.contains(name) || receiver.edits.empty()) return;
+  Settings settings = std::exchange(receiver.edits, {});
   const launcher::ReceiverLaunch* launch = hooks_.running(name);
-  if (launch == nullptr || launch->control_path.empty())
-    return refuse(name, "Restart this receiver to enable live SDR control");
+  if (launch == nullptr) return hooks_.unsent(name, settings);
+  const Settings known = take_known(settings, receiver.applied);
+  if (!known.empty()) hooks_.unsent(name, known);
+  if (settings.empty()) return;
+  if (launch->control_path.empty()) return refuse(name, "Restart this receiver to enable live SDR control");
   receiver.sending = true;
   base::run_in_background(
       alive_.watch(), [send = hooks_.send, path = launch->control_path, settings] { return send(path, settings); },
@@ -80,10 +103,14 @@ void LiveSettings::apply_live_sdr(const std::string& name) {
 void LiveSettings::answered(const std::string& name, const Settings& sent, const base::Outcome<Settings>& outcome) {
   Receiver& receiver = receivers_[name];
   receiver.sending = false;
+  const std::set<std::string> withdrawn = std::exchange(receiver.withdrawn, {});
   if (outcome.value) {
-    for (const auto& [key, value] : *outcome.value)
+    Settings to_save;
+    for (const auto& [key, value] : *outcome.value) {
       receiver.applied[key] = value;
-    hooks_.confirmed(name, *outcome.value);
+      if (!withdrawn.contains(key)) to_save.emplace(key, value);
+    }
+    hooks_.confirmed(name, *outcome.value, to_save);
   } else {
     std::erase_if(receiver.edits,
                   [&](const auto& edit) { return sent.contains(edit.first) && sent.at(edit.first) == edit.second; });
@@ -104,8 +131,12 @@ void LiveSettings::refuse(const std::string& name, const std::string& reason) {
 Settings LiveSettings::take_unsent(const std::string& name) {
   const auto found = receivers_.find(name);
   if (found == receivers_.end()) return {};
-  found->second.timer = {};
-  return std::exchange(found->second.edits, {});
+  Receiver& receiver = found->second;
+  receiver.timer = {};
+  if (receiver.sending)  // an answer to come is older than these
+    for (const auto& [key, value] : receiver.edits)
+      receiver.withdrawn.insert(key);
+  return std::exchange(receiver.edits, {});
 }
 
 const Settings& LiveSettings::applied(const std::string& name) const {

@@ -23,8 +23,10 @@ struct LiveSettingsHooks {
   std::function<Settings(const std::string& path, const Settings& settings)> send;
   /// The running launch of a receiver; null when its engine does not run.
   std::function<const launcher::ReceiverLaunch*(const std::string& name)> running;
-  /// The engine confirmed these values: they are the receiver's now, and may be saved.
-  std::function<void(const std::string& name, const Settings& confirmed)> confirmed;
+  /// The engine confirmed these values: they are the receiver's now. Those `to_save` are still what the operator wants.
+  std::function<void(const std::string& name, const Settings& confirmed, const Settings& to_save)> confirmed;
+  /// These edits need no request, since the engine has the values already, or does not run any more: they may be saved.
+  std::function<void(const std::string& name, const Settings& settings)> unsent;
   /// Edits came to nothing. `shown` is what the controls return to: what the engine runs with, and edits that are yet
   /// to be sent.
   std::function<void(const std::string& name, const std::string& reason, const Settings& shown)> refused;
@@ -47,8 +49,14 @@ class LiveSettings {
   /// An edit of the operator; the timer runs anew, so that dragging a slider sends one request. What cannot be sent is
   /// refused at once.
   void edit(const std::string& name, const std::string& key, const std::string& value);
-  /// Sends a receiver's edits now, unless a request of it is out: then they follow its answer.
+  /// Sends a receiver's edits now, unless a request to it is out: then they follow its answer.
   void apply_live_sdr(const std::string& name);
+  /// The operator has since given this setting a value that is not to be sent: a waiting edit of it goes, and one that
+  /// is out is not to be saved.
+  void withdraw(const std::string& name, const std::string& key);
+  /// Others talk to these receivers: their edits wait. Those of receivers that were held before, and are not now, go
+  /// out.
+  void hold(std::set<std::string> names);
   /// The engine is going: edits that were not sent yet are no longer the engine's matter. Returns them.
   Settings take_unsent(const std::string& name);
 
@@ -64,6 +72,7 @@ class LiveSettings {
     Settings edits;
     base::Timer timer;
     bool sending = false;
+    std::set<std::string> withdrawn;  ///< settings of the request that is out
   };
 
   void refuse(const std::string& name, const std::string& reason);
@@ -73,6 +82,7 @@ class LiveSettings {
   std::chrono::milliseconds delay_;
   base::Liveness alive_;
   unsigned session_ = 0;
+  std::set<std::string> held_;
   std::map<std::string, Receiver> receivers_;
 };
 

@@ -76,6 +76,7 @@ Child& Supervisor::spawn_child(const std::vector<std::string>& argv, const launc
   static_cast<EngineState&>(*child) = step({.temporary = temporary}, {Event::Kind::started}, {}, timing_).state;
   child->name = launch.name;
   child->label = launch.label();
+  child->number = ++starts_;
   child->started = clock_();
   child->process = spawn(argv);
   child->conf = std::move(conf);
@@ -197,7 +198,9 @@ void Supervisor::restart_due(const std::string& name) {
 
 void Supervisor::start_same_profile(Subject& subject) {
   try {
+    const std::string path = subject.conf->path();
     start(*hooks_.find_launch(subject.name), std::move(*subject.conf));
+    hooks_.restarted(subject.name, path);
   } catch (const std::exception& error) {
     const Event failed{Event::Kind::restart_failed, error.what()};
     perform(subject, step({.phase = Phase::waiting}, failed, surroundings(subject.name), timing_).actions);

@@ -28,6 +28,7 @@ struct Child : EngineState {
   std::string name;                     ///< the receiver as planned; the key of all per-receiver maps
   std::string label;                    ///< "{model} · {name}", the label of its lines
   base::TemporaryPath conf;             ///< its session profile, unlinked with the record; empty when none
+  unsigned number{};                    ///< of this start; no two have the same
   std::chrono::nanoseconds started{};   ///< on the supervisor's clock
   std::chrono::nanoseconds run_time{};  ///< until its exit was seen
 
@@ -59,6 +60,9 @@ struct SupervisorHooks {
   std::function<void()> session_ended;
   /// The running plan's launch of this receiver; null when the plan does not hold it.
   std::function<const launcher::ReceiverLaunch*(const std::string& name)> find_launch;
+  /// A receiver that crashed was started again with this profile, as the file has it.
+  std::function<void(const std::string& name, const std::string& conf)> restarted = [](const std::string&,
+                                                                                       const std::string&) {};
   /// Something on the screen may have to change.
   std::function<void()> changed;
   /// All receivers have stopped in order to be started again.
@@ -177,6 +181,7 @@ class Supervisor {
   MonotonicClock clock_;
   std::string tuner_;
   int session_number_ = 0;
+  unsigned starts_ = 0;
   bool closing_ = false;
   bool restart_all_ = false;
   bool session_open_ = false;

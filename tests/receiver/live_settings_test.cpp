@@ -64,6 +64,10 @@ class LiveSettingsTest : public testing::Test {
     settings_.begin_session({launch_});
     running_ = true;
   }
+  void save(const Settings& settings) {
+    for (const auto& [key, value] : settings)
+      saved_[key] = value;
+  }
   void settle() {
     while (settings_.pending("A"))
       g_main_context_iteration(nullptr, TRUE);
@@ -77,10 +81,8 @@ class LiveSettingsTest : public testing::Test {
   Settings shown_;
   LiveSettings settings_{{[this](const std::string&, const Settings& settings) { return engine_.take(settings); },
                           [this](const std::string&) { return running_ ? &launch_ : nullptr; },
-                          [this](const std::string&, const Settings& confirmed) {
-                            for (const auto& [key, value] : confirmed)
-                              saved_[key] = value;
-                          },
+                          [this](const std::string&, const Settings&, const Settings& to_save) { save(to_save); },
+                          [this](const std::string&, const Settings& settings) { save(settings); },
                           [this](const std::string&, const std::string& reason, const Settings& shown) {
                             refusals_.push_back(reason);
                             shown_ = shown;
@@ -186,12 +188,13 @@ TEST(ApplyPlan, AFailureStopsARetuneBeforeAnythingChangedButNoWalkOfSettings) {
     if (path == "deaf") throw std::runtime_error("Audio request timed out");
     return std::string(path == "stubborn" ? "ERR no room" : "OK");
   };
-  const ApplyOutcome settings =
-      apply_settings({{"A", "stubborn", {"S"}}, {"B", "deaf", {"S"}}, {"C", "fine", {"S", "T"}}}, transport);
-  EXPECT_EQ(settings.succeeded, std::vector<std::string>{"C"});
+  const Settings depth{{"decode-depth", "3"}};
+  const SettingsOutcome settings =
+      apply_settings({{"A", "stubborn", depth, {}}, {"B", "deaf", depth, {}}, {"C", "fine", depth, {}}}, transport);
+  EXPECT_EQ(settings.confirmed, (std::map<std::string, Settings>{{"C", depth}}));
   EXPECT_EQ(settings.failure, "ERR no room");
   sent.clear();
-  const ApplyOutcome refused = retune_receivers({{"A", "fine", "C", "A"}, {"B", "stubborn", "C", "A"}}, transport);
+  const RetuneOutcome refused = retune_receivers({{"A", "fine", "C", "A"}, {"B", "stubborn", "C", "A"}}, transport);
   EXPECT_TRUE(refused.succeeded.empty());
   EXPECT_EQ(sent, (std::vector<std::string>{"fine C 15000", "stubborn C 15000"}));
   sent.clear();

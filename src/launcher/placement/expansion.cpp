@@ -101,32 +101,6 @@ void put_direct_sampling(Profile& profile, const std::string& model) {
       choose_direct_sampling(read.rtl.direct_sampling, dongle_hf_class(model), read.capture, model);
 }
 
-/// Mode audio fits nothing, but its tuner runs all the same: around the one channel.
-Capture audio_capture(const ReceiverOptions& read) {
-  const double rate = read.hardware.sample_rate, dial = read.hardware.frequency;
-  const bool sdrplay = read.reception.family == Family::sdrplay;
-  return {automatic_center(dial, dial), rate, sdrplay ? sdrplay_filter_bandwidth(rate) : rate};
-}
-
-ReceiverLaunch launch_of(const ReceiverProfile& receiver, Profile profile, ReceiverOptions read) {
-  ReceiverLaunch launch;
-  launch.name = receiver.serial;
-  launch.model = receiver.model;
-  launch.control_path = profile.at("audio-control");
-  for (const DecoderChannel& channel : read.reception.channels)
-    launch.channels.push_back({std::string(digital_mode_text(channel.mode)), channel.frequency});
-  std::stable_sort(launch.channels.begin(), launch.channels.end(),
-                   [](const LaunchChannel& a, const LaunchChannel& b) { return a.frequency < b.frequency; });
-  launch.decode_path = value_or(profile, "all-txt", "");
-  launch.writes_decodes = !launch.channels.empty() && !launch.decode_path.empty();
-  launch.sink = value_or(profile, "sink", "");
-  launch.virtual_audio = !read.wideband() && launch.sink.empty();
-  launch.capture = read.capture;
-  launch.options = std::make_shared<const ReceiverOptions>(std::move(read));
-  launch.profile = std::move(profile);
-  return launch;
-}
-
 }  // namespace
 
 double launch_center(const Extent& carried) {
@@ -175,11 +149,13 @@ ReceiverLaunch expand(const Profile& common, const ReceiverProfile& receiver, co
   Profile profile = expanded_profile(common, receiver, groups, mask);
   if (value_or(profile, "backend", "sdrplay") == family_text(Family::rtl_sdr))
     put_direct_sampling(profile, receiver.model);
-  ReceiverOptions read = options::check_profile(profile);
-  judge_model(read, receiver.model);
-  if (!read.wideband()) read.capture = audio_capture(read);
-  judge_rf_gain(read, receiver.model, read.capture.center);
-  ReceiverLaunch launch = launch_of(receiver, std::move(profile), std::move(read));
+  ReceiverLaunch launch;
+  launch.name = receiver.serial;
+  launch.model = receiver.model;
+  launch.control_path = profile.at("audio-control");
+  take_profile(launch, std::move(profile));
+  judge_model(*launch.options, receiver.model);
+  judge_rf_gain(*launch.options, receiver.model, launch.capture.center);
   for (std::size_t index = 0; index < groups.size(); ++index)
     if (is_carried(mask, index)) launch.groups.push_back(groups[index].name());
   return launch;
