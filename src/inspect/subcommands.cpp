@@ -19,9 +19,10 @@ extern const Subcommand scale_subcommand;
 extern const Subcommand spectrum_subcommand;
 
 std::span<const Subcommand* const> subcommands() {
-  static constexpr std::array all{&profile_subcommand, &check_subcommand,    &channel_subcommand, &known_subcommand,
-                                  &gain_subcommand,    &devices_subcommand,  &plan_subcommand,     &choices_subcommand, &change_subcommand,
-                                  &meter_subcommand,   &spectrum_subcommand, &lines_subcommand,   &scale_subcommand};
+  static constexpr std::array all{&profile_subcommand, &check_subcommand,   &channel_subcommand,  &known_subcommand,
+                                  &gain_subcommand,    &devices_subcommand, &plan_subcommand,     &choices_subcommand,
+                                  &change_subcommand,  &meter_subcommand,   &spectrum_subcommand, &lines_subcommand,
+                                  &scale_subcommand};
   return all;
 }
 

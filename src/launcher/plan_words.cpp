@@ -41,7 +41,7 @@ PlanFix setting_fix(const std::string& serial, const std::string& key) {
 }
 
 PlanFix unusable_fix(const PlanError& error, const Station& station) {
-  const PlanFix clear = setting_fix(error.serial, error.key);
+  PlanFix clear = setting_fix(error.serial, error.key);
   // A cure that was not proven by the diagnosis is tried before it is offered.
   if (error.key == "bandwidth" && can_be_planned(apply_fix(station, clear))) return clear;
   return open_tab(PlanFix::Kind::open_sdr_config, "Open SDR Config");
@@ -76,6 +76,7 @@ std::vector<std::string> refused_lines(const BandChoices& choices) {
     same->bands.push_back(band_display_name(band.band));
   }
   std::vector<std::string> lines;
+  lines.reserve(groups.size());
   for (const Refused& group : groups)
     lines.push_back(fmt::format("{} cannot be added: {}", base::enumerate(group.bands, "and"), group.reason));
   return lines;

@@ -14,7 +14,7 @@ namespace options {
 using Profile = std::map<std::string, std::string>;
 
 inline constexpr std::size_t profile_line_limit = 4096;         ///< bytes of one line, without its end
-inline constexpr std::size_t profile_size_limit = 1024 * 1024;  ///< bytes of a file, line ends included
+inline constexpr std::size_t profile_size_limit = 1048576;  ///< bytes of a file, line ends included
 
 /// Reads a profile of either kind.
 Profile read_profile(const std::string& path);

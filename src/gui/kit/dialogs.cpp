@@ -34,8 +34,7 @@ void show_message(GtkWindow* parent, GtkMessageType type, const std::string& tex
   present(message_dialog(parent, type, GTK_BUTTONS_CLOSE, text), [](GtkDialog*, int) {});
 }
 
-void ask(GtkWindow* parent, const std::string& text, std::function<void()> accepted,
-         std::function<void()> declined) {
+void ask(GtkWindow* parent, const std::string& text, std::function<void()> accepted, std::function<void()> declined) {
   GtkWidget* dialog = message_dialog(parent, GTK_MESSAGE_QUESTION, GTK_BUTTONS_OK_CANCEL, text);
   gtk_dialog_set_default_response(GTK_DIALOG(dialog), GTK_RESPONSE_CANCEL);
   present(dialog, [accepted = std::move(accepted), declined = std::move(declined)](GtkDialog* self, int id) {

@@ -12,8 +12,8 @@ namespace kit {
 /// A modal message with a Close button.
 void show_message(GtkWindow* parent, GtkMessageType type, const std::string& text);
 /// A modal question with OK and Cancel; `accepted` runs on OK only, `declined` on every other answer.
-void ask(GtkWindow* parent, const std::string& text, std::function<void()> accepted,
-         std::function<void()> declined = [] {});
+void ask(
+    GtkWindow* parent, const std::string& text, std::function<void()> accepted, std::function<void()> declined = [] {});
 
 struct FileQuestion {
   const char* title;

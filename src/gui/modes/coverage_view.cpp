@@ -77,14 +77,16 @@ CoverageView::CoverageView(Actions actions, std::function<GtkWidget*(std::size_t
   kit::set_tooltip(area_, tooltip);
   g_object_set_data(G_OBJECT(area_), "mt-tip", const_cast<char*>(tooltip));
   ui_scale::add_size(area_, least_width, -1);
-  g_signal_connect(area_, "draw", G_CALLBACK(on_draw), this);
-  g_signal_connect(area_, "button-press-event", G_CALLBACK(on_press), this);
-  g_signal_connect(area_, "button-release-event", G_CALLBACK(on_release), this);
-  g_signal_connect(area_, "motion-notify-event", G_CALLBACK(on_motion), this);
-  g_signal_connect(area_, "leave-notify-event", G_CALLBACK(on_leave), this);
-  g_signal_connect(area_, "key-press-event", G_CALLBACK(on_key), this);
-  g_signal_connect(area_, "focus-in-event", G_CALLBACK(on_focus), this);
-  g_signal_connect(area_, "focus-out-event", G_CALLBACK(on_focus), this);
+  const std::pair<const char*, GCallback> handlers[] = {{"draw", G_CALLBACK(on_draw)},
+                                                        {"button-press-event", G_CALLBACK(on_press)},
+                                                        {"button-release-event", G_CALLBACK(on_release)},
+                                                        {"motion-notify-event", G_CALLBACK(on_motion)},
+                                                        {"leave-notify-event", G_CALLBACK(on_leave)},
+                                                        {"key-press-event", G_CALLBACK(on_key)},
+                                                        {"focus-in-event", G_CALLBACK(on_focus)},
+                                                        {"focus-out-event", G_CALLBACK(on_focus)}};
+  for (const auto& [signal, handler] : handlers)
+    connections_.emplace_back(area_, signal, handler, this);
   gtk_widget_show(area_);
   changed();
 }

@@ -7,11 +7,12 @@
 
 #include <gtk/gtk.h>
 
+#include "base/signal_connection.h"
 #include "gui/modes/coverage_chart.h"
 
 namespace modes_gui {
 
-/// Main thread only. Must outlive its widget's window.
+/// Main thread only. Its widget may outlive it.
 class CoverageView {
  public:
   struct Actions {
@@ -63,6 +64,7 @@ class CoverageView {
   bool fresh_ = true;
   std::size_t chosen_ = 0;              ///< the bar that the keyboard is at
   std::optional<std::size_t> hovered_;  ///< the bar under the pointer
+  std::vector<base::SignalConnection> connections_;
 };
 
 }  // namespace modes_gui
