@@ -11,7 +11,7 @@ std::string DecodeLog::append(std::string_view lines) {
   if (path_.empty() || lines.empty()) return {};
   const int file = open(path_.c_str(), O_WRONLY | O_APPEND | O_CREAT | O_CLOEXEC, 0644);
   const bool written = file >= 0 && write(file, lines.data(), lines.size()) == static_cast<ssize_t>(lines.size());
-  const std::string reason = written ? "" : std::strerror(errno);
+  std::string reason = written ? "" : std::strerror(errno);
   if (file >= 0) close(file);
   if (written == !broken_) return {};
   broken_ = !written;

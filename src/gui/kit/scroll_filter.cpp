@@ -1,5 +1,7 @@
 #include "gui/kit/scroll_filter.h"
 
+#include <initializer_list>
+
 #include <gtk/gtk.h>
 
 namespace kit {
