@@ -5,6 +5,7 @@
 //
 // Run it under a display: tests/with_display build/release/bin/config_window. With POLLS each receiver is asked so many
 // times as fast as the answers come, instead: what memory grows by.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <malloc.h>
@@ -131,18 +132,22 @@ gint64 drag(GtkRange* slider, double from) {
   return g_get_monotonic_time();
 }
 
-struct Times {
-  double least = 1e9, most = 0;
-  void take(gint64 microseconds) {
-    const double milliseconds = 1e-3 * static_cast<double>(microseconds);
-    least = std::min(least, milliseconds);
-    most = std::max(most, milliseconds);
+class Times {
+ public:
+  void take(gint64 microseconds) { taken_.push_back(1e-3 * static_cast<double>(microseconds)); }
+  /// "least, median, most" in milliseconds.
+  std::string text() {
+    std::sort(taken_.begin(), taken_.end());
+    return fmt::format("{:.1f}, {:.1f}, {:.1f} ms", taken_.front(), taken_[taken_.size() / 2], taken_.back());
   }
+
+ private:
+  std::vector<double> taken_;
 };
 
 /// From the last movement to the engine's having the request; and from its refusal to the old value's being painted.
 void tell_slider_times(GtkRange* slider, stand_in::Engines::Shared& engine) {
-  constexpr int drags = 20;
+  constexpr int drags = 40;
   Times sent, returned;
   for (int i = 0; i < drags; ++i) {
     engine.refuses = i % 2 == 1;
@@ -163,8 +168,8 @@ void tell_slider_times(GtkRange* slider, stand_in::Engines::Shared& engine) {
     }
     turn_for(0.2);
   }
-  fmt::print("slider: request after {:.1f} to {:.1f} ms, a refused value painted back after {:.1f} to {:.1f} ms\n",
-             sent.least, sent.most, returned.least, returned.most);
+  fmt::print("slider, least, median and most: request after {}; a refused value painted back after {}\n", sent.text(),
+             returned.text());
 }
 
 void tell_costs(gui::App& app, stand_in::Engines::Shared& engines) {
