@@ -1,9 +1,11 @@
 // What the meters and the live sliders of sixteen receivers cost the window, and how soon a slider's value is on its
 // way: the whole launcher in process, its control sockets those of stand-in engines whose levels never rest.
 //
-//   config_window [POLLS]     (run it under a display: tests/with_display build/release/bin/config_window)
+//   config_window [POLLS]
 //
-// With POLLS each receiver is asked so many times as fast as the answers come, instead: what memory grows by.
+// Run it under a display: tests/with_display build/release/bin/config_window. With POLLS each receiver is asked so many
+// times as fast as the answers come, instead: what memory grows by.
+#include <algorithm>
 #include <cstdio>
 #include <cstdlib>
 #include <malloc.h>
@@ -45,7 +47,7 @@ Receiver receiver_at(int index) {
 }
 
 std::string station() {
-  std::string text = "gui-format = multi-receiver-v1\nmode = decoder\nmodes = FT8\n", bands;
+  std::string text = "gui-format = multi-receiver-v1\nmode = hybrid\nmodes = FT8\n", bands;
   for (int i = 0; i < receivers; ++i) {
     const Receiver receiver = receiver_at(i);
     text +=
@@ -101,19 +103,22 @@ GtkRange* find_slider(GtkWidget* window) {
   }));
 }
 
-/// Share of one core over ten seconds, in percent, and how many frames were painted in a second.
-void tell_cost(const char* what, GtkWidget* window) {
+/// Share of one core over ten seconds, in percent, with what was painted and asked in a second.
+void tell_cost(const char* what, GtkWidget* window, const stand_in::Engines::Shared& engines) {
   constexpr double seconds = 10;
   GdkFrameClock* clock = gtk_widget_get_frame_clock(window);
   turn_for(2);
   int frames = 0;
   const auto count = +[](GdkFrameClock*, int* painted) { ++*painted; };
   const gulong connection = g_signal_connect(clock, "after-paint", G_CALLBACK(count), &frames);
+  const unsigned polls = engines.polls;
   const double before = stand_in::processor_seconds();
   turn_for(seconds);
   const double used = stand_in::processor_seconds() - before;
   g_signal_handler_disconnect(clock, connection);
-  fmt::print("{}: {:.2f} % of a core, {:.1f} frames/s\n", what, 100 * used / seconds, frames / seconds);
+  fmt::print("{}: {:.2f} % of a core, {:.1f} frames/s, {:.1f} polls/s of all receivers\n", what, 100 * used / seconds,
+             frames / seconds, (engines.polls - polls) / seconds);
+  std::fflush(stdout);
 }
 
 /// The slider is dragged for a moment and let go of. Returns when it last moved, in microseconds.
@@ -127,18 +132,22 @@ gint64 drag(GtkRange* slider, double from) {
   return g_get_monotonic_time();
 }
 
-struct Times {
-  double least = 1e9, most = 0;
-  void take(gint64 microseconds) {
-    const double milliseconds = 1e-3 * static_cast<double>(microseconds);
-    least = std::min(least, milliseconds);
-    most = std::max(most, milliseconds);
+class Times {
+ public:
+  void take(gint64 microseconds) { taken_.push_back(1e-3 * static_cast<double>(microseconds)); }
+  /// "least, median, most" in milliseconds.
+  std::string text() {
+    std::sort(taken_.begin(), taken_.end());
+    return fmt::format("{:.1f}, {:.1f}, {:.1f} ms", taken_.front(), taken_[taken_.size() / 2], taken_.back());
   }
+
+ private:
+  std::vector<double> taken_;
 };
 
 /// From the last movement to the engine's having the request; and from its refusal to the old value's being painted.
 void tell_slider_times(GtkRange* slider, stand_in::Engines::Shared& engine) {
-  constexpr int drags = 20;
+  constexpr int drags = 40;
   Times sent, returned;
   for (int i = 0; i < drags; ++i) {
     engine.refuses = i % 2 == 1;
@@ -159,22 +168,22 @@ void tell_slider_times(GtkRange* slider, stand_in::Engines::Shared& engine) {
     }
     turn_for(0.2);
   }
-  fmt::print("slider: request after {:.1f} to {:.1f} ms, a refused value painted back after {:.1f} to {:.1f} ms\n",
-             sent.least, sent.most, returned.least, returned.most);
+  fmt::print("slider, least, median and most: request after {}; a refused value painted back after {}\n", sent.text(),
+             returned.text());
 }
 
 void tell_costs(gui::App& app, stand_in::Engines::Shared& engines) {
   GtkWidget* window = GTK_WIDGET(app.window().window());
   app.window().show_page(config_page);
-  tell_cost("SDR Config shown, sixteen receivers running", window);
+  tell_cost("SDR Config shown, sixteen receivers running", window, engines);
   tell_slider_times(find_slider(window), engines);
   gtk_window_maximize(GTK_WINDOW(window));
-  tell_cost("the same in a window of the whole screen", window);
+  tell_cost("the same in a window of the whole screen", window, engines);
   app.window().show_page(sharing_page);
-  tell_cost("another tab", window);
+  tell_cost("another tab", window, engines);
   app.window().show_page(config_page);
   gtk_widget_hide(window);
-  tell_cost("window unmapped", window);
+  tell_cost("window unmapped", window, engines);
 }
 
 /// Memory in use at each tenth of the way.
@@ -203,7 +212,7 @@ int main(int argc, char** argv) {
   app.open();
   turn_until([&] { return !app.busy(); });
   app.window().show_page(config_page);
-  if (!polls) tell_cost("SDR Config shown, nothing running", GTK_WIDGET(app.window().window()));
+  if (!polls) tell_cost("SDR Config shown, nothing running", GTK_WIDGET(app.window().window()), engines.shared());
   app.start_receivers();
   if (!app.receiving()) return 1;
   if (polls)

@@ -1,8 +1,9 @@
 // What a burst of engine lines costs the window: the whole launcher in process, its engines small programs that print
 // as fast as they can. Prints the longest iteration of the main loop, the throughput and the memory.
 //
-//   window_burst ENGINES LINES_PER_ENGINE       (run it under a display: tests/with_display
-//   build/release/bin/window_burst 16 1250)
+//   window_burst ENGINES LINES_PER_ENGINE
+//
+// Run it under a display: tests/with_display build/release/bin/window_burst 16 1250
 #include <cstdio>
 #include <cstdlib>
 #include <string>
@@ -21,16 +22,19 @@ using own_station::turn_until;
 
 namespace {
 
-std::string engine_script(long lines) {
+std::string engine_script(int engines, long lines) {
+  std::string listing;
+  for (int i = 0; i < engines; ++i)
+    listing += fmt::format("echo '{0}: RSPdx serial=S{0:02} available=1'\n", i);
   return fmt::format(
-      "#!/bin/sh\nsleep 3\nmawk 'BEGIN {{ for (i = 0; i < {}; i++) printf \"FT8 261122_%02d%02d%02d 14.074000 MHz: 12 "
-      "spots; "
+      "#!/bin/sh\nif [ \"$1\" = --list-devices ]; then\n{}exit\nfi\nsleep 3\n"
+      "mawk 'BEGIN {{ for (i = 0; i < {}; i++) printf \"FT8 261122_%02d%02d%02d 14.074000 MHz: 12 spots; "
       "callsigns=K1ABC,W9XYZ,DL1AAA,G4BBB,F5CCC\\n\", i / 3600 % 24, i / 60 % 60, i % 60 }}'\nexec sleep 600\n",
-      lines);
+      listing, lines);
 }
 
 std::string station(int engines) {
-  std::string text = "gui-format = multi-receiver-v1\nmode = decoder\nmodes = FT8\n";
+  std::string text = "gui-format = multi-receiver-v1\nmode = hybrid\nmodes = FT8\n";
   const char* bands[] = {"160", "80", "60", "40", "30", "20", "17", "15", "12", "10", "6", "2", "70cm"};
   std::string list;
   for (int i = 0; i < engines; ++i) {
@@ -55,9 +59,10 @@ int main(int argc, char** argv) {
   kit::load_theme();
   const own_station::Directory directory;
   {
-    gui::App app(directory.setup(engine_script(lines), station(engines)));
+    gui::App app(directory.setup(engine_script(engines, lines), station(engines)));
     app.build();
     app.open();
+    turn_until([&] { return !app.busy(); });
     turn_for(2);
     const std::uint64_t expected = static_cast<std::uint64_t>(engines) * static_cast<std::uint64_t>(lines);
     const double before = resident_megabytes();

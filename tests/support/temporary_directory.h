@@ -8,13 +8,14 @@
 #include <map>
 #include <stdexcept>
 #include <string>
+#include <unistd.h>
 
 namespace test {
 
 class TemporaryDirectory {
  public:
-  TemporaryDirectory() {
-    std::string name = std::filesystem::temp_directory_path() / "tarnwick-test-XXXXXX";
+  explicit TemporaryDirectory(const std::filesystem::path& place = std::filesystem::temp_directory_path()) {
+    std::string name = place / "tarnwick-test-XXXXXX";
     if (!::mkdtemp(name.data())) throw std::runtime_error("mkdtemp failed");
     path_ = name;
   }
@@ -39,6 +40,12 @@ class TemporaryDirectory {
  private:
   std::filesystem::path path_;
 };
+
+/// Where files live in memory, for tests that save thousands of times; a plain temporary directory without such a place.
+inline std::filesystem::path memory_place() {
+  const std::filesystem::path memory = "/dev/shm";
+  return ::access(memory.c_str(), W_OK) == 0 ? memory : std::filesystem::temp_directory_path();
+}
 
 /// A file's bytes, or "(none)" when it is not there.
 inline std::string content(const std::string& path) {

@@ -1,5 +1,8 @@
 #include "gui/config/meter_strip.h"
 
+#include <cmath>
+#include <utility>
+
 #include "gui/kit/widgets.h"
 
 namespace gui {
@@ -53,9 +56,16 @@ void MeterStrip::show_level(const receiver::MeterView& view) {
   std::optional<kit::LevelBar::Level> drawn;
   if (level.marker) drawn = {level.fill, level.marker, view.badge.look == BadgeLook::overload};
   bar_.show(drawn);
-  if (view.rf_text == gtk_label_get_text(GTK_LABEL(readout_))) return;
-  gtk_label_set_text(GTK_LABEL(readout_), view.rf_text.c_str());
-  kit::set_accessible(bar_.widget(), {}, view.rf_text);
+  if (view.rf_text != gtk_label_get_text(GTK_LABEL(readout_)))
+    gtk_label_set_text(GTK_LABEL(readout_), view.rf_text.c_str());
+  tell_listener(view);
+}
+
+// Whole steps only: nobody listens to a number that changes twenty times a second.
+void MeterStrip::tell_listener(const receiver::MeterView& view) {
+  constexpr double steps = 100;  // of the bar, a decibel each
+  const long told = view.level.marker ? std::lround(view.level.fill * steps) : -1;
+  if (std::exchange(told_, told) != told) kit::set_accessible(bar_.widget(), {}, view.rf_text);
 }
 
 void MeterStrip::show_badge(const receiver::RfBadge& badge) {

@@ -1,6 +1,7 @@
 // The meters of a card: level bar with its number, and the badge of RF overload.
 #pragma once
 
+#include <optional>
 #include <string>
 
 #include <gtk/gtk.h>
@@ -23,6 +24,7 @@ class MeterStrip {
 
  private:
   void show_level(const receiver::MeterView& view);
+  void tell_listener(const receiver::MeterView& view);
   void show_badge(const receiver::RfBadge& badge);
   static gboolean tell_level(GtkWidget* bar, gint x, gint y, gboolean keyboard, GtkTooltip* tooltip, gpointer self);
 
@@ -31,6 +33,7 @@ class MeterStrip {
   GtkWidget* readout_;
   GtkWidget* badge_;
   std::string level_tooltip_, badge_tooltip_;
+  std::optional<long> told_;  ///< the step that an assistive tool knows of; −1 is none
   base::SignalConnection tooltip_connection_;
 };
 

@@ -44,6 +44,7 @@ class ApplyModel {
   void start();
   void stop();
   void end_process();
+  void crash_and_return();
   void edit_card();
   void edit_card_wrongly();
   void choose_automatic();
@@ -71,10 +72,11 @@ class ApplyModel {
   void check_step();
   void check_file();
   void check_settled();
+  void check_settings();
   void check_engine(const std::string& name);
-  void excuse_started_again();
   void check_restarts(const launcher::PlanChange& change);
 
+  void end_process(const std::string& name, int signal);
   void notice_arrivals();
   void await_arrivals();
   void drain();
@@ -101,17 +103,19 @@ class ApplyModel {
   std::string wrong_;
 
   unsigned edits_ = 0;
+  Key last_edited_;
   std::map<Key, Edit> saved_;                     ///< what the settings have to say
   std::map<Key, std::set<std::string>> ever_;     ///< what they may have said; empty for nothing
   std::map<Key, Edit> waiting_;                   ///< edits on cards that were not sent
   std::map<unsigned, std::map<Key, Edit>> sent_;  ///< by request
   std::map<std::string, Fate> fates_;
-  std::map<std::string, int> allowed_starts_;
+  std::map<std::string, int> allowed_starts_, starts_at_apply_;
   std::set<std::string> restart_causes_;  ///< receivers with edits that may need a restart
   size_t ended_calls_ = 0;                ///< of the transport, whose completions may not have run
-  size_t errors_seen_ = 0;
-  bool file_behind_ = false;   ///< a save may have failed since the last one
-  bool starts_again_ = false;  ///< a restart of all is under way
+  bool file_behind_ = false;              ///< a save may have failed since the last one
+  bool engine_missing_ = false;
+  bool starts_uncounted_ = false;  ///< it may be tried any number of times to start an engine
+  bool starts_again_ = false;      ///< a restart of all is under way
 };
 
 }  // namespace gui::testing_apply

@@ -18,7 +18,7 @@ unsigned from_environment(const char* name, unsigned otherwise) {
 
 TEST(ApplyModel, WhateverHappensWhatIsSavedIsTrue) {
   const unsigned first = from_environment("TARNWICK_MODEL_SEED", 1);
-  const unsigned sequences = from_environment("TARNWICK_MODEL_SEQUENCES", 100);
+  const unsigned sequences = from_environment("TARNWICK_MODEL_SEQUENCES", 200);
   unsigned accepted = 0, bad = 0;
   for (unsigned seed = first; seed < first + sequences && bad < 5; ++seed) {
     ApplyModel model(seed);

@@ -141,6 +141,10 @@ void SmallLauncher::let_saving_fail(bool fails) {
   saving_fails_ = fails;
 }
 
+void SmallLauncher::let_engine_be_missing(bool missing) {
+  supervisor_->use_engine(missing ? directory_ / "nowhere" : TARNWICK_LIGHT_ENGINE);
+}
+
 // --- What there is to see ---
 
 bool SmallLauncher::is_running(const std::string& name) const {

@@ -55,6 +55,7 @@ class SmallLauncher {
   [[nodiscard]] std::string session_file() const { return config_ + (saving_fails_ ? "/kept.conf" : "/session.conf"); }
   [[nodiscard]] bool said(const std::string& text) const;
   void let_saving_fail(bool fails);
+  void let_engine_be_missing(bool missing);
 
   options::Session& session() { return *session_; }
   receiver::Supervisor& supervisor() { return *supervisor_; }
@@ -81,7 +82,7 @@ class SmallLauncher {
   void write_profile(const std::string& path, const options::Profile& profile);
   [[nodiscard]] std::string name_of(const std::string& label) const;
 
-  test::TemporaryDirectory directory_;
+  test::TemporaryDirectory directory_{test::memory_place()};
   std::string config_ = directory_ / "config";
   std::shared_ptr<int> token_ = std::make_shared<int>(0);
   long tokens_at_rest_ = 0;
