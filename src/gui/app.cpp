@@ -182,7 +182,6 @@ void App::undo_start(const std::string& reason) {
 }
 
 void App::stop_receivers() {
-  apply_->keep_unsent();
   stop_asked_ = true;
   supervisor_->stop_receivers();
   refresh();

@@ -30,6 +30,7 @@ receiver::RetuneTarget retune_target(const ReceiverLaunch& launch) {
 
 std::vector<std::string> names_of(const std::vector<ReceiverLaunch>& launches) {
   std::vector<std::string> names;
+  names.reserve(launches.size());
   for (const ReceiverLaunch& launch : launches)
     names.push_back(launch.name);
   return names;

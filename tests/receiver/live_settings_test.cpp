@@ -186,7 +186,7 @@ TEST(ApplyPlan, AFailureStopsARetuneBeforeAnythingChangedButNoWalkOfSettings) {
   const Transport transport = [&](const std::string& path, const std::string& request, int timeout) {
     sent.push_back(fmt::format("{} {} {}", path, request, timeout));
     if (path == "deaf") throw std::runtime_error("Audio request timed out");
-    return std::string(path == "stubborn" ? "ERR no room" : "OK");
+    return std::string(path == "stubborn" || (path == "late" && request == "A") ? "ERR no room" : "OK");
   };
   const Settings depth{{"decode-depth", "3"}};
   const SettingsOutcome settings =
@@ -200,6 +200,9 @@ TEST(ApplyPlan, AFailureStopsARetuneBeforeAnythingChangedButNoWalkOfSettings) {
   sent.clear();
   EXPECT_EQ(retune_receivers({{"A", "fine", "C", "A"}, {"B", "fine", "C", "A"}}, transport).succeeded.size(), 2U);
   EXPECT_EQ(sent.back(), "fine A 30000");
+  const RetuneOutcome half = retune_receivers({{"A", "fine", "C", "A"}, {"B", "late", "C", "A"}}, transport);
+  EXPECT_EQ(half.succeeded, std::vector<std::string>{"A"});
+  EXPECT_EQ(half.failure, "ERR no room");
 }
 
 }  // namespace

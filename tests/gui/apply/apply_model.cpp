@@ -29,7 +29,7 @@ constexpr std::array told_keys{"lna-state",
                                "wsprnet",
                                "known-channels-report"};
 constexpr const char* refused_start = "Live SDR update failed: ";
-constexpr gint64 patience = 60 * G_USEC_PER_SEC;
+constexpr gint64 patience = 60L * G_USEC_PER_SEC;
 
 std::string value_of(const options::Profile& profile, const std::string& key) {
   const auto found = profile.find(key);
@@ -131,6 +131,7 @@ bool ApplyModel::can_plan() {
 void ApplyModel::start() {
   note("start");
   drain();
+  stopped_ = false;
   const bool receiving = launcher_.supervisor().receiving();
   launcher_.start();
   if (receiving || launcher_.flow().busy() || launcher_.start_failed) return;
@@ -144,6 +145,7 @@ void ApplyModel::stop() {
   launcher_.stop();
   commit_waiting();
   starts_again_ = false;
+  stopped_ = true;
 }
 
 void ApplyModel::end_process() {
@@ -169,6 +171,7 @@ void ApplyModel::end_process(const std::string& name, int signal) {
     if (key.first == name) ever_[key].insert(edit.value);
   for (const unsigned id : ended)
     fail_edits(id);
+  if (signal == SIGUSR2) starts_again_ = false;  // it may have been the one that did
   if (signal == SIGUSR2) return;
   ++allowed_starts_[name];
 }
@@ -351,9 +354,16 @@ void ApplyModel::serve() {
     note("taken: " + request.text);
     return launcher_.engines.take(request.id);
   }
-  const auto fate = fates_.find(request.name);
-  finish(request, fate == fates_.end() ? Fate::answered : fate->second);
+  finish(request, fate_of(request.name));
   if (!one_in(3)) drain();
+}
+
+/// What the engine's fault makes of a request; now and then it is another one.
+Fate ApplyModel::fate_of(const std::string& name) {
+  constexpr std::array fates{Fate::answered, Fate::lost, Fate::timed_out, Fate::closed, Fate::rubbish};
+  const auto fate = fates_.find(name);
+  if (!repaired_ && one_in(6)) return fates.at(below(fates.size()));
+  return fate == fates_.end() ? Fate::answered : fate->second;
 }
 
 void ApplyModel::finish(const Request& request, Fate fate) {
@@ -364,6 +374,9 @@ void ApplyModel::finish(const Request& request, Fate fate) {
                    static_cast<int>(fate)));
   if (!ending.accepted) return fail_edits(request.id);
   const auto sent = sent_.find(request.id);
+  // The launcher cannot know whether the engine that was to be told or the one after it has confirmed.
+  if (sent == sent_.end() && launcher_.starts[request.name] != starts_at_apply_[request.name])
+    return launcher_.engines.make_unsure(request.name);
   for (const auto& [key, value] : ending.echo) {
     const Key setting{request.name, key};
     if (sent != sent_.end() && sent->second.contains(setting))
@@ -371,11 +384,7 @@ void ApplyModel::finish(const Request& request, Fate fate) {
     else if (request.hardware && saved_[setting].value == request.pairs.at(key))
       commit(setting, {saved_[setting].number, value});
   }
-  if (sent != sent_.end())
-    sent_.erase(sent);
-  else if (launcher_.starts[request.name] != starts_at_apply_[request.name])
-    // The launcher cannot know whether the engine that was to be told or the one after it has confirmed.
-    launcher_.engines.make_unsure(request.name);
+  if (sent != sent_.end()) sent_.erase(sent);
 }
 
 /// What comes to nothing takes with it the same edit made again meanwhile.
@@ -484,22 +493,27 @@ void ApplyModel::notice_arrivals() {
                                                              waiting->second.value == value)
           edits[waiting->first] = waiting->second;
     }
-    if (edits.size() != request.pairs.size()) continue;
+    if (launcher_.flow().busy()) commit_told_later(edits);
+    if (edits.empty() || edits.size() != request.pairs.size()) continue;
     for (const auto& [key, edit] : edits)
       waiting_.erase(key);
-    // The settings have it already: it was not sent in its time, and "Apply and Save" tells it now.
-    const bool applied = launcher_.flow().busy() && std::all_of(edits.begin(), edits.end(), [&](const auto& entry) {
-                           return value_of(settings_of(launcher_.session().station(), entry.first.first),
-                                           entry.first.second) == entry.second.value;
-                         });
-    if (applied) {
-      for (const auto& [key, edit] : edits)
-        commit(key, edit);
-      continue;
-    }
     sent_[request.id] = edits;
     if (request.unreachable) fail_edits(request.id);
   }
+}
+
+/// What the settings have already was not sent in its time, and "Apply and Save" tells it now.
+void ApplyModel::commit_told_later(std::map<Key, Edit>& edits) {
+  const options::Station station = launcher_.session().station();
+  std::erase_if(edits, [&](const auto& entry) {
+    const auto& [key, edit] = entry;
+    const bool told_later = value_of(settings_of(station, key.first), key.second) == edit.value;
+    if (told_later) {
+      commit(key, edit);
+      waiting_.erase(key);
+    }
+    return told_later;
+  });
 }
 
 /// Gives requests that are on their way the time to come, without anything else happening.
@@ -529,10 +543,8 @@ void ApplyModel::settle() {
   launcher_.let_engine_be_missing(engine_missing_ = false);
   const bool settled = until([this] {
     notice_arrivals();
-    for (const Request& request : launcher_.engines.held()) {
-      const auto fate = fates_.find(request.name);
-      finish(request, fate == fates_.end() ? Fate::answered : fate->second);
-    }
+    for (const Request& request : launcher_.engines.held())
+      finish(request, fate_of(request.name));
     ApplyFlow& flow = launcher_.flow();
     return launcher_.jobs() == 0 && !flow.busy() && launcher_.at_rest() &&
            std::none_of(names_.begin(), names_.end(), [&](const auto& name) { return flow.live().pending(name); }) &&
@@ -578,6 +590,7 @@ void ApplyModel::check_settled() {
   if (starts_again_ && !launcher_.supervisor().receiving() && !launcher_.start_failed)
     wrong("all were to restart, and none did");
   starts_again_ = false;
+  if (stopped_ && launcher_.supervisor().receiving()) wrong("receivers run after Stop");
   allowed_starts_ = launcher_.starts;
   starts_uncounted_ = false;
   const bool all_run = launcher_.supervisor().children().size() == launcher_.launches().size();
@@ -626,6 +639,7 @@ void ApplyModel::check_engine(const std::string& name) {
 /// The faults go, and what cannot be planned is put right.
 void ApplyModel::repair() {
   note("repair");
+  repaired_ = true;
   fates_.clear();
   launcher_.unwritable.clear();
   launcher_.let_saving_fail(false);

@@ -81,9 +81,11 @@ class ApplyModel {
   void await_arrivals();
   void drain();
   void finish(const Request& request, Fate fate);
+  Fate fate_of(const std::string& name);
   void fail_edits(unsigned id);
   void commit(const Key& key, const Edit& edit);
   void commit_waiting();
+  void commit_told_later(std::map<Key, Edit>& edits);
   void keep_saved(const Key& key);
   bool until(const std::function<bool()>& reached);
 
@@ -114,6 +116,8 @@ class ApplyModel {
   size_t ended_calls_ = 0;                ///< of the transport, whose completions may not have run
   bool file_behind_ = false;              ///< a save may have failed since the last one
   bool engine_missing_ = false;
+  bool repaired_ = false;          ///< nothing is to go wrong any more
+  bool stopped_ = false;           ///< Stop was the operator's last word
   bool starts_uncounted_ = false;  ///< it may be tried any number of times to start an engine
   bool starts_again_ = false;      ///< a restart of all is under way
 };

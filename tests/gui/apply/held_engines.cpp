@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cmath>
 #include <stdexcept>
+#include <utility>
 
 #include <fmt/format.h>
 
@@ -114,7 +115,7 @@ void HeldEngines::end_all() {
     gone(name);
 }
 
-void HeldEngines::refuse(const std::string& name, std::set<std::string> keys) {
+void HeldEngines::refuse(const std::string& name, const std::set<std::string>& keys) {
   const std::lock_guard guard(lock_);
   for (const auto& [path, engine] : engines_)
     if (engine->name == name) engine->refused = keys;

@@ -72,7 +72,7 @@ class HeldEngines {
   void gone(const std::string& name);
   void end_all();
   /// Keys that the hardware refuses, or "retune".
-  void refuse(const std::string& name, std::set<std::string> keys);
+  void refuse(const std::string& name, const std::set<std::string>& keys);
   /// Nothing listens at the engine's socket, although it runs.
   void hide(const std::string& name, bool hidden);
 

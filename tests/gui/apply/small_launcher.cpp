@@ -61,7 +61,7 @@ SmallLauncher::SmallLauncher(const options::Station& station) {
 SmallLauncher::~SmallLauncher() {
   engines.end_all();
   if (supervisor_->receiving()) supervisor_->stop_receivers();
-  const gint64 end = g_get_monotonic_time() + 20 * G_USEC_PER_SEC;
+  const gint64 end = g_get_monotonic_time() + 20L * G_USEC_PER_SEC;
   while ((supervisor_->receiving() || jobs() > 0) && g_get_monotonic_time() < end) {
     engines.end_all();
     turn();
