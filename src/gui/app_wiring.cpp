@@ -39,6 +39,7 @@ receiver::DeviceWatchHooks App::device_hooks() {
   hooks.running = [this] { return running_receivers(); };
   hooks.take = [this](const options::Station& station) { session_->take_inventory(station); };
   hooks.report = [this](const std::string& text) { report(text); };
+  hooks.occupied = [this] { return apply_->busy() || supervisor_->restart_all(); };
   hooks.changed = [this] {
     refresh();
     show_unreadable_note();
