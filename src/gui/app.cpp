@@ -144,7 +144,7 @@ void App::start_receivers() {
     return show_error("Refresh receivers successfully before starting reception.");
   if (receiving() || busy()) return;
   plan_selection();
-  if (plan_error_) return show_error(plan_error_->text());
+  if (plan_error_) return show_error(launcher::error_text(*plan_error_, session_->station(), devices_->statuses()));
   launch_session(selection_);
 }
 
