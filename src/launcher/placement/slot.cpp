@@ -1,5 +1,7 @@
 #include "launcher/placement/slot.h"
 
+#include <fmt/format.h>
+
 #include "base/numbers.h"
 #include "launcher/capture/direct_sampling.h"
 #include "launcher/receiver_overlay.h"
