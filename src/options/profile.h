@@ -13,7 +13,7 @@ namespace options {
 /// Keys are option names without their dashes; values are bytes without NUL and line breaks, not necessarily UTF-8.
 using Profile = std::map<std::string, std::string>;
 
-inline constexpr std::size_t profile_line_limit = 4096;         ///< bytes of one line, without its end
+inline constexpr std::size_t profile_line_limit = 4096;     ///< bytes of one line, without its end
 inline constexpr std::size_t profile_size_limit = 1048576;  ///< bytes of a file, line ends included
 
 /// Reads a profile of either kind.

@@ -41,7 +41,8 @@ class TemporaryDirectory {
   std::filesystem::path path_;
 };
 
-/// Where files live in memory, for tests that save thousands of times; a plain temporary directory without such a place.
+/// Where files live in memory, for tests that save thousands of times; a plain temporary directory without such a
+/// place.
 inline std::filesystem::path memory_place() {
   const std::filesystem::path memory = "/dev/shm";
   return ::access(memory.c_str(), W_OK) == 0 ? memory : std::filesystem::temp_directory_path();
