@@ -20,6 +20,7 @@ namespace {
 
 constexpr int live_ft8_page = 6;
 constexpr auto tick_period = std::chrono::seconds(4);
+constexpr auto message_time = std::chrono::seconds(8);
 constexpr auto counters_delay = std::chrono::milliseconds(250);
 
 // The label of a ticked receiver that was free at the last discovery and that the sharing service has taken since.
@@ -140,8 +141,7 @@ void App::ask_for_profile() {
 }
 
 void App::start_receivers() {
-  if (devices_->failed() && selects_receiver())
-    return show_error("Refresh receivers successfully before starting reception.");
+  if (const std::string refusal = start_refusal(); !refusal.empty()) return show_error(refusal);
   if (receiving() || busy()) return;
   plan_selection();
   if (plan_error_) return show_error(launcher::error_text(*plan_error_, session_->station(), devices_->statuses()));
@@ -209,10 +209,20 @@ std::set<std::string> App::running_receivers() const {
   return running;
 }
 
-bool App::selects_receiver() const {
+std::string App::start_refusal() const {
   const auto station = session_->station();
-  return std::any_of(station.receivers.begin(), station.receivers.end(),
-                     [](const auto& receiver) { return receiver.enabled; });
+  const bool selects = std::any_of(station.receivers.begin(), station.receivers.end(),
+                                   [](const auto& receiver) { return receiver.enabled; });
+  return devices_->failed() && selects ? "Refresh receivers successfully before starting reception." : "";
+}
+
+void App::show_passing(const std::string& text) {
+  footer_->show_message(text);
+  message_timer_ = base::Timer::repeating(message_time, [this] {
+    if (busy() || supervisor_->closing()) return;
+    message_timer_ = {};
+    footer_->clear_message();
+  });
 }
 
 void App::show_unreadable_note() {

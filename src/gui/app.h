@@ -122,7 +122,10 @@ class App {
   [[nodiscard]] const launcher::ReceiverLaunch* find_launch(const std::string& name) const;
   [[nodiscard]] std::vector<receiver::MeterTarget> meter_targets() const;
   [[nodiscard]] std::set<std::string> running_receivers() const;
-  [[nodiscard]] bool selects_receiver() const;
+  /// Why nothing could be started now, whatever is selected; empty when it could.
+  [[nodiscard]] std::string start_refusal() const;
+  /// A message beside the buttons, for some seconds, or for as long as what it tells of is under way.
+  void show_passing(const std::string& text);
   void show_unreadable_note();
   void plan_selection();
   void show_receivers();
@@ -174,6 +177,7 @@ class App {
   bool closed_ = false;
   base::GMainLoopPtr loop_;
   base::Timer counters_timer_;
+  base::Timer message_timer_;
   base::Timer tick_;
   ui_scale::Listener scale_listener_;
 };

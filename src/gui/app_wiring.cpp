@@ -24,7 +24,10 @@ receiver::SupervisorHooks App::supervisor_hooks() {
   hooks.find_launch = [this](const std::string& name) { return find_launch(name); };
   hooks.restarted = [this](const std::string& name, const std::string& conf) { apply_->engine_restarted(name, conf); };
   hooks.changed = [this] { refresh(); };
-  hooks.start_again = [this] { start_receivers(); };
+  hooks.start_again = [this] {
+    if (busy()) return report("Busy with another receiver operation. Press Start receivers when it is over.");
+    start_receivers();
+  };
   hooks.quit = [this] {
     closed_ = true;
     g_main_loop_quit(loop_.get());
@@ -98,7 +101,7 @@ ApplySurroundings App::apply_surroundings() {
   ApplySurroundings surroundings{*session_, *supervisor_, launches_, receiver::control_request};
   surroundings.report = [this](const std::string& text, const std::string& label) { report(text, label); };
   surroundings.show_error = [this](const std::string& text) { show_error(text); };
-  surroundings.show_status = [this](const std::string& text) { footer_->show_message(text); };
+  surroundings.show_status = [this](const std::string& text) { show_passing(text); };
   surroundings.refresh = [this] { refresh(); };
   surroundings.launches_changed = [this] {
     activity_.change_plan(launches_);
@@ -111,6 +114,7 @@ ApplySurroundings App::apply_surroundings() {
     config_page_->show_applied(name, values);
   };
   surroundings.other_operation = [this] { return devices_->busy(); };
+  surroundings.start_refusal = [this] { return start_refusal(); };
   return surroundings;
 }
 

@@ -120,6 +120,8 @@ void ApplyFlow::apply_and_save() {
   PlanChange change;
   try {
     if (receiving) change = launcher::plan_change(session.station(), surroundings_.launches);
+    // A retune is asked of engines that run; one that waits to start again takes it with its profile.
+    if (running_launches().size() < surroundings_.launches.size()) change = launcher::without_retune(std::move(change));
   } catch (const std::exception& error) {
     return surroundings_.show_error(error.what());
   }
@@ -148,6 +150,8 @@ void ApplyFlow::apply_change(const PlanChange& change) {
     case ChangeClass::restart_some:
       return restart_some(change);
     case ChangeClass::restart_all:
+      if (const std::string refusal = surroundings_.start_refusal(); !refusal.empty())
+        return surroundings_.show_error(refusal);
       surroundings_.session.store_fingerprint();
       surroundings_.report(fmt::format("Restarting the receivers with the new settings (changed: {}).",
                                        base::join(change.changed, ", ")),
@@ -237,7 +241,8 @@ void ApplyFlow::save_rounded(const std::string& name, const receiver::Settings& 
   for (const auto& [key, value] : asked) {
     const auto taken = confirmed.find(key);
     if (taken == confirmed.end() || taken->second == value) continue;
-    if (surroundings_.session.value(fmt::format("receiver.{}.{}", name, key)) == value)
+    const std::string own = surroundings_.session.value(fmt::format("receiver.{}.{}", name, key));
+    if ((own.empty() ? surroundings_.session.value(key) : own) == value)
       surroundings_.set_setting(name, key, taken->second);
   }
 }
@@ -322,6 +327,9 @@ receiver::LiveSettingsHooks ApplyFlow::live_hooks() {
                            const receiver::Settings& to_save) { live_confirmed(name, confirmed, to_save); };
   hooks.unsent = [this](const std::string& name, const receiver::Settings& settings) {
     set_receiver_settings(name, settings);
+  };
+  hooks.adjusted = [this](const std::string& name, const receiver::Settings& shown) {
+    surroundings_.show_applied(name, shown);
   };
   hooks.refused = [this](const std::string& name, const std::string& reason, const receiver::Settings& shown) {
     live_refused(name, reason, shown);

@@ -33,7 +33,9 @@ struct ApplySurroundings {
   /// A receiver's card returns to these values.
   std::function<void(const std::string& name, const receiver::Settings& values)> show_applied = {};
   std::function<bool()> other_operation = {};  ///< another receiver, audio or frequency operation is under way
-  std::chrono::milliseconds edit_delay{250};   ///< from the last edit of a card to its request
+  /// Why receivers that were stopped could not be started again now; empty when they could.
+  std::function<std::string()> start_refusal = [] { return std::string(); };
+  std::chrono::milliseconds edit_delay{250};  ///< from the last edit of a card to its request
 };
 
 /// Main thread only.

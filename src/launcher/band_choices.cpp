@@ -56,9 +56,13 @@ class Choosing {
       answer_.error = plain_error(error);
     }
     list_receivers();
+    if (!planner_) mark_unusable(*answer_.error);
     if (!planner_) {
       const bool none = answer_.error->code == PlanCode::no_receiver;
-      refuse_unticked(none ? "Tick a receiver to see which bands it can cover." : answer_.error->text());
+      const std::string reason = none ? "Tick a receiver to see which bands it can cover." : answer_.error->text();
+      refuse_unticked(reason);
+      for (BandChoice& band : answer_.bands)
+        if (none && band.ticked) band.reason = reason;
       return std::move(answer_);
     }
     note_pins();
@@ -76,6 +80,7 @@ class Choosing {
   }
 
   void list_receivers();
+  void mark_unusable(const PlanError& error);
   void note_pins();
   void add_note(const std::string& group, const std::string& name, const std::string& opening);
   void refuse_unticked(const std::string& reason);
@@ -85,6 +90,7 @@ class Choosing {
   bool place_selection();
   void show_placement(const GroupTable& table, const std::vector<Mask>& placement);
   void mark_broken(const GroupTable& table);
+  void keep_beside_bands();
   void judge_unticked(BandChoice& band);
   void judge_added(BandChoice& band, Group group);
 
@@ -94,6 +100,8 @@ class Choosing {
   std::optional<Planner> planner_;
   std::vector<Group> groups_;  ///< of the selection, sorted
   Carried carried_;            ///< its placement
+  std::vector<Group> beside_;  ///< what stays of it when a band is ticked, sorted
+  Carried beside_carried_;     ///< where that is
   bool placed_ = false;        ///< it has one, or there is nothing to be placed
 };
 
@@ -112,6 +120,13 @@ void Choosing::list_receivers() {
   }
   std::sort(answer_.receivers.begin(), answer_.receivers.end(),
             [](const auto& a, const auto& b) { return a.serial < b.serial; });
+}
+
+/// A receiver whose own settings already stand against it, before anything is placed.
+void Choosing::mark_unusable(const PlanError& error) {
+  if (error.code != PlanCode::unusable_receiver) return;
+  for (ReceiverChoice& receiver : answer_.receivers)
+    if (receiver.serial == error.serial) receiver.state = "Cannot be used: " + error.text();
 }
 
 void Choosing::add_note(const std::string& group, const std::string& name, const std::string& opening) {
@@ -163,7 +178,12 @@ void Choosing::choose_without_bands() {
     band.allowed = true;
   try {
     if (value_or(station_.common, "mode", "audio") == "audio") {
-      (void)planner_->audio_launch();
+      for (const ReceiverLaunch& launch : planner_->audio_launch())
+        for (ReceiverChoice& receiver : answer_.receivers)
+          if (receiver.serial == launch.name) {
+            receiver.rate = launch.capture.sample_rate;
+            receiver.span = launch.capture.usable_span();
+          }
       return;
     }
     groups_ = selected_groups(station_.common);
@@ -195,8 +215,20 @@ void Choosing::choose_bands() {
   else
     placed_ = answer_.error->code == PlanCode::nothing_selected || answer_.error->code == PlanCode::no_mode;
   if (!placed_) return refuse_unticked("Not available until the ticked bands fit. " + answer_.error->text());
+  keep_beside_bands();
   for (BandChoice& band : answer_.bands)
     if (!band.ticked) judge_unticked(band);
+}
+
+/// Ticking a band takes typed frequencies away.
+void Choosing::keep_beside_bands() {
+  beside_carried_.masks.assign(carried_.masks.size(), 0);
+  for (std::size_t index = 0; index < groups_.size(); ++index) {
+    if (!groups_[index].frequency.empty()) continue;
+    for (std::size_t slot = 0; slot < carried_.masks.size(); ++slot)
+      if ((carried_.masks[slot] >> index & 1U) != 0) beside_carried_.masks[slot] |= Mask(1) << beside_.size();
+    beside_.push_back(groups_[index]);
+  }
 }
 
 bool Choosing::place_selection() {
@@ -245,18 +277,23 @@ void Choosing::mark_broken(const GroupTable& table) {
 void Choosing::judge_unticked(BandChoice& band) {
   const Profile& common = judged_.common;
   const auto refuse = [&band](const std::string& reason) { band.reason = reason; };
+  const auto wants_mode = [&](const std::string& advice) {
+    band.lacks_mode = true;
+    refuse(advice + " to use it.");
+  };
   if (only_known_frequencies(common) && !has_known_frequency(common, band.band))
-    return refuse(missing_known_advice(band.band) + " to use it.");
+    return wants_mode(missing_known_advice(band.band));
   try {
     judge_added(band, band_group(common, band.band));
   } catch (const std::exception& error) {
     const std::string advice = missing_mode_advice(common, band.band);
-    refuse(advice.empty() ? error.what() : advice + " to use it.");
+    if (advice.empty()) return refuse(error.what());
+    wants_mode(advice);
   }
 }
 
 void Choosing::judge_added(BandChoice& band, Group group) {
-  std::vector<Group> groups = groups_;
+  std::vector<Group> groups = beside_;
   groups.push_back(std::move(group));
   judge_number(station_.common, groups.size());
   sort_groups(groups);
@@ -270,7 +307,7 @@ void Choosing::judge_added(BandChoice& band, Group group) {
   // The lines of a diagnosis name the groups by their place in its table.
   Carried shifted;
   const Mask below = (Mask(1) << index) - 1;
-  for (const Mask mask : carried_.masks)
+  for (const Mask mask : beside_carried_.masks)
     shifted.masks.push_back((mask & below) | (mask & ~below) << 1);
   band.refusal = planner_->diagnose(table, planner_->pins(), index, shifted);
   band.reason = band.refusal->text();

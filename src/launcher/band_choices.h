@@ -15,12 +15,13 @@ namespace launcher {
 
 /// One row of the table.
 struct BandChoice {
-  std::string band;      ///< "20", "70cm"
-  bool ticked = false;   ///< it stands in `bands`
-  bool allowed = false;  ///< it may be ticked; a ticked one always is, so that it can be unticked
-  std::string reason;    ///< why it may not be ticked, or what keeps a ticked one from being placed; else empty
-  std::string assigned;  ///< the serial that it is pinned to, listed or not; empty is Automatic
-  std::string carrier;   ///< the serial of the receiver that carries it; empty without a plan
+  std::string band;         ///< "20", "70cm"
+  bool ticked = false;      ///< it stands in `bands`
+  bool allowed = false;     ///< it may be ticked; a ticked one always is, so that it can be unticked
+  std::string reason;       ///< why it may not be ticked, or what keeps a ticked one from being placed; else empty
+  std::string assigned;     ///< the serial that it is pinned to, listed or not; empty is Automatic
+  std::string carrier;      ///< the serial of the receiver that carries it; empty without a plan
+  bool lacks_mode = false;  ///< only a mode that it has would have to be ticked
   std::optional<PlanError> refusal;  ///< what stands against adding it to a selection that can be placed
 };
 

@@ -155,6 +155,13 @@ bool PlanChange::has_live() const {
   });
 }
 
+PlanChange without_retune(PlanChange change) {
+  for (auto& [name, receiver] : change.receivers)
+    if (receiver.retune) receiver.restart = true;
+  if (change.change == ChangeClass::retune) change.change = ChangeClass::restart_some;
+  return change;
+}
+
 PlanChange plan_change(const options::Station& station, const Launches& running) {
   return Comparison(station, running).compare();
 }

@@ -38,6 +38,10 @@ struct PlanChange {
   [[nodiscard]] bool has_live() const;
 };
 
+/// The same change where engines cannot be retuned: those that a retune was for start anew with what it would have
+/// brought them.
+PlanChange without_retune(PlanChange change);
+
 /// Compares the plan of a station with the launches that run. Throws as plan() does when the station cannot be planned.
 PlanChange plan_change(const options::Station& station, const std::vector<ReceiverLaunch>& running);
 

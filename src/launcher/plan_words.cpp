@@ -47,6 +47,27 @@ PlanFix unusable_fix(const PlanError& error, const Station& station) {
   return open_tab(PlanFix::Kind::open_sdr_config, "Open SDR Config");
 }
 
+/// Other receivers may have reasons of their own: what clears the first one's is tried before it is offered.
+std::optional<PlanFix> reach_fix(const PlanError& error, Station station) {
+  if (error.serial.empty() || error.key.empty()) return std::nullopt;
+  PlanFix clear = setting_fix(error.serial, error.key);
+  std::string& bands = station.common["bands"];
+  const auto selected = base::split(bands, ',');
+  const bool asked_for = std::none_of(selected.begin(), selected.end(), [&](const auto entry) {
+    const BandPreset* const band = find_band(entry);
+    return band != nullptr && band->name == error.band;
+  });
+  if (asked_for && find_band(error.band) != nullptr) bands += (bands.empty() ? "" : ",") + error.band;
+  if (!can_be_planned(apply_fix(station, clear))) return std::nullopt;
+  return clear;
+}
+
+/// Where nothing is ticked yet, the unticked bands are judged all the same.
+bool judges_unticked(const BandChoices& choices) {
+  return !choices.error || choices.error->code == PlanCode::nothing_selected ||
+         choices.error->code == PlanCode::no_mode;
+}
+
 /// Why the band cannot be added, without what is said of this band alone: what several bands can have in common.
 std::string common_reason(const BandChoice& band) {
   const std::string name = band_display_name(band.band);
@@ -100,6 +121,8 @@ std::optional<PlanFix> plan_fix(const PlanError& error, const Station& station) 
     case PlanCode::narrowed_capture:
       if (error.key.empty()) return std::nullopt;
       return setting_fix(error.serial, error.key);
+    case PlanCode::out_of_reach:
+      return reach_fix(error, station);
     case PlanCode::assignment:
       if (error.serial.empty()) return std::nullopt;
       return pin_fix(error.band, station);
@@ -111,7 +134,7 @@ std::optional<PlanFix> plan_fix(const PlanError& error, const Station& station) 
 }
 
 std::optional<PlanFix> choices_fix(const BandChoices& choices, const Station& station) {
-  if (choices.error) return plan_fix(*choices.error, station);
+  if (choices.error && !judges_unticked(choices)) return plan_fix(*choices.error, station);
   for (const BandChoice& band : choices.bands) {
     if (!band.refusal) continue;
     if (auto fix = plan_fix(*band.refusal, station)) return fix;
@@ -145,10 +168,8 @@ std::string error_text(const PlanError& error, const Station& station, const Dev
 std::vector<std::string> notice_lines(const BandChoices& choices, const Station& station,
                                       const DeviceStatuses& statuses) {
   std::vector<std::string> lines;
-  if (choices.error)
-    lines.push_back(error_text(*choices.error, station, statuses));
-  else
-    lines = refused_lines(choices);
+  if (judges_unticked(choices)) lines = refused_lines(choices);
+  if (choices.error) lines.insert(lines.begin(), error_text(*choices.error, station, statuses));
   for (const options::ReceiverProfile& receiver : station.receivers) {
     const std::string line = sharing_line(receiver);
     if (receiver.enabled && is_shared_away(receiver, statuses) &&
@@ -159,7 +180,7 @@ std::vector<std::string> notice_lines(const BandChoices& choices, const Station&
     lines.push_back(note.text);
   if (!lines.empty()) return lines;
   const auto used = std::count_if(choices.receivers.begin(), choices.receivers.end(),
-                                  [](const ReceiverChoice& receiver) { return !receiver.groups.empty(); });
+                                  [](const ReceiverChoice& receiver) { return receiver.state.empty(); });
   return {fmt::format("Ready. Selected bands fit {} receiver(s).", used)};
 }
 

@@ -77,7 +77,10 @@ Settings send_radio_set(const Transport& transport, const std::string& path, con
     list.remove_prefix(1);
   while (!list.empty() && (list.back() == '\n' || list.back() == '\r'))
     list.remove_suffix(1);
-  return parse_live_pairs(list);
+  Settings taken = parse_live_pairs(list);
+  // What an engine tells beside it, such as the gain that its AGC has found, is no setting of the operator's.
+  std::erase_if(taken, [&](const auto& pair) { return !settings.contains(pair.first); });
+  return taken;
 }
 
 }  // namespace receiver

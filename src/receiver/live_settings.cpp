@@ -111,6 +111,7 @@ void LiveSettings::answered(const std::string& name, const Settings& sent, const
       if (!withdrawn.contains(key)) to_save.emplace(key, value);
     }
     hooks_.confirmed(name, *outcome.value, to_save);
+    if (*outcome.value != sent) hooks_.adjusted(name, shown(name));
   } else {
     std::erase_if(receiver.edits,
                   [&](const auto& edit) { return sent.contains(edit.first) && sent.at(edit.first) == edit.second; });
@@ -120,12 +121,16 @@ void LiveSettings::answered(const std::string& name, const Settings& sent, const
   if (!receivers_[name].timer.armed()) apply_live_sdr(name);
 }
 
-void LiveSettings::refuse(const std::string& name, const std::string& reason) {
-  Settings shown = applied(name);
+Settings LiveSettings::shown(const std::string& name) const {
+  Settings values = applied(name);
   if (const auto found = receivers_.find(name); found != receivers_.end())
     for (const auto& [key, value] : found->second.edits)
-      shown[key] = value;
-  hooks_.refused(name, reason, shown);
+      values[key] = value;
+  return values;
+}
+
+void LiveSettings::refuse(const std::string& name, const std::string& reason) {
+  hooks_.refused(name, reason, shown(name));
 }
 
 Settings LiveSettings::take_unsent(const std::string& name) {

@@ -30,6 +30,9 @@ struct LiveSettingsHooks {
   /// Edits came to nothing. `shown` is what the controls return to: what the engine runs with, and edits that are yet
   /// to be sent.
   std::function<void(const std::string& name, const std::string& reason, const Settings& shown)> refused;
+  /// The engine took other values than those sent, rounded ones: the controls go to `shown`, as with refused.
+  std::function<void(const std::string& name, const Settings& shown)> adjusted = [](const std::string&,
+                                                                                    const Settings&) {};
 };
 
 /// Main thread only. At most one request per receiver is out at a time; nothing is sent twice.
@@ -75,6 +78,7 @@ class LiveSettings {
     std::set<std::string> withdrawn;  ///< settings of the request that is out
   };
 
+  [[nodiscard]] Settings shown(const std::string& name) const;
   void refuse(const std::string& name, const std::string& reason);
   void answered(const std::string& name, const Settings& sent, const base::Outcome<Settings>& outcome);
 

@@ -221,6 +221,10 @@ void Supervisor::cancel_restarts() {
 
 void Supervisor::stop_receivers() {
   restart_all_ = false;
+  stop_all();
+}
+
+void Supervisor::stop_all() {
   start_again_.cancel();
   restart_names_.clear();
   save_session();
@@ -264,8 +268,9 @@ void Supervisor::rewrite_profile(const std::string& name, const base::TemporaryP
 }
 
 void Supervisor::restart_all_receivers() {
-  stop_receivers();
+  // Known before anything ends: nobody is to begin something else in between.
   restart_all_ = true;
+  stop_all();
   if (!receiving()) settle();
 }
 

@@ -165,6 +165,7 @@ class Supervisor {
   void drop(Subject& subject);
   void schedule_restart(Subject& subject, const Action& action);
   void restart_due(const std::string& name);
+  void stop_all();
   void cancel_restarts();
   void start_same_profile(Subject& subject);
   void start_new_profile(Subject& subject);

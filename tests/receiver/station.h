@@ -99,6 +99,7 @@ class Station {
   std::vector<std::string> lines;  ///< "{name}: {line}", with " (late)" when it does not count
   int saved = 0;
   int sessions_ended = 0;
+  bool ended_to_start_again = false;  ///< the last of them
   int changes = 0;
   int starts_again = 0;
   int quits = 0;
@@ -128,7 +129,10 @@ class Station {
       ++saved;
       if (saving_fails) throw std::runtime_error("read-only");
     };
-    hooks.session_ended = [this] { ++sessions_ended; };
+    hooks.session_ended = [this] {
+      ++sessions_ended;
+      ended_to_start_again = supervisor->restart_all();
+    };
     hooks.find_launch = [this](const std::string& name) -> const launcher::ReceiverLaunch* {
       for (const auto& launch : plan)
         if (launch.name == name) return &launch;

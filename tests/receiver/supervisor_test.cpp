@@ -319,6 +319,7 @@ TEST(Supervisor, StartsAllAgainOnceTheLastHasStopped) {
   ASSERT_TRUE(station.start({station.receiver("b", "exit 1")}));
   test::run_until([&] { return station.supervisor->children().empty(); });
   station.supervisor->restart_all_receivers();
+  EXPECT_TRUE(station.ended_to_start_again) << "nobody may begin something else in between";
   test::run_until([&] { return station.starts_again > 1; });
 
   ASSERT_TRUE(station.start({station.receiver("a", runs)}));

@@ -130,9 +130,10 @@ class EntryWidget : public CardWidget {
 
 }  // namespace
 
-void CardWidget::adopt(GtkWidget* widget, GtkWidget* operated) {
+void CardWidget::adopt(GtkWidget* widget, GtkWidget* operated, GtkWidget* also) {
   widget_ = widget;
   operated_ = operated;
+  also_ = also;
   gtk_widget_set_name(operated, control_.key);
 }
 
@@ -153,6 +154,9 @@ void CardWidget::set_state(const ControlState& state) {
     kit::set_sensitive(part, state.sensitive);
     kit::set_tooltip(part, state.tooltip);
   }
+  // Where the tooltip is that of a part around them, an assistive tool would not find it.
+  for (GtkWidget* part : {operated_, also_})
+    if (part && part != widget_) kit::set_accessible(part, {}, state.tooltip);
 }
 
 std::unique_ptr<CardWidget> make_card_widget(const CardControl& control, launcher::Family family, ChangeGuard& guard,

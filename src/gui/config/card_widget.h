@@ -43,7 +43,8 @@ class CardWidget {
  protected:
   CardWidget(const CardControl& control, ChangeGuard& guard, std::function<void()> changed)
       : control_(control), guard_(guard), changed_(std::move(changed)) {}
-  void adopt(GtkWidget* widget, GtkWidget* operated);
+  /// `also` is a second part that is operated.
+  void adopt(GtkWidget* widget, GtkWidget* operated, GtkWidget* also = nullptr);
   virtual void put_value(const std::string& value) = 0;
   [[nodiscard]] virtual bool being_typed() const { return false; }
   /// The signals of the widgets end here.
@@ -58,6 +59,7 @@ class CardWidget {
   const std::function<void()> changed_;
   GtkWidget* widget_ = nullptr;
   GtkWidget* operated_ = nullptr;
+  GtkWidget* also_ = nullptr;
   GtkWidget* caption_ = nullptr;
   bool shown_ = false;  ///< a value has been put on it
 };

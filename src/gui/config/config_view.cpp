@@ -24,6 +24,8 @@ std::map<std::string, PlannedCapture> planned_captures(const std::vector<launche
 }
 
 std::optional<known_cost::Estimate> known_estimate(const options::Profile& common) {
+  const std::string_view mode = launcher::value_or(common, "mode", "audio");
+  if (mode != "decoder" && mode != "hybrid") return std::nullopt;
   if (launcher::value_or(common, "known-channels", "false") != "true") return std::nullopt;
   const auto value = [&](const char* key) -> std::optional<std::string_view> {
     const auto found = common.find(key);

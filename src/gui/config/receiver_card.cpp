@@ -65,10 +65,12 @@ GtkWidget* ReceiverCard::calibration() {
 // An engine takes values only: what is to be automatic again waits for Apply and Save.
 void ReceiverCard::edited(const CardControl& control, const std::string& value) {
   pending_.erase(control.key);
-  if (!goes_live(control, facts_) || value.empty()) return actions_.edit(serial_, control.key, value);
-  pending_[control.key] = value;
-  facts_.settings[control.key] = value;
-  controls_.show(facts_);
+  if (!goes_live(control, facts_)) return actions_.edit(serial_, control.key, value);
+  if (!value.empty()) {
+    pending_[control.key] = value;
+    facts_.settings[control.key] = value;
+    controls_.show(facts_);
+  }
   actions_.edit_live(serial_, control.key, value);
 }
 

@@ -40,7 +40,7 @@ SliderWidget::SliderWidget(const CardControl& control, ChangeGuard& guard, std::
     gtk_label_set_xalign(GTK_LABEL(readout_), 1);
     kit::add(box, readout_);
   }
-  adopt(box, scale_);
+  adopt(box, scale_, number_);
   base::connect_forever(scale_, "value-changed", [this] { slid(); });
 }
 
@@ -66,6 +66,9 @@ void SliderWidget::slid() {
 void SliderWidget::typed() {
   if (guard_.quiet()) return;
   const double value = gtk_spin_button_get_value(GTK_SPIN_BUTTON(number_));
+  // Leaving the box reads it again, with the decimals that it shows: that is no edit.
+  const auto now = base::parse_scaled(value_);
+  if (now && std::abs(*now - value) <= 0.5 * std::pow(10, -control_.slider.decimals)) return;
   value_ = plain_number(value);
   {
     const ChangeGuard::Quiet quiet(guard_);

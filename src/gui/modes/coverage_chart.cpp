@@ -1,6 +1,7 @@
 #include "gui/modes/coverage_chart.h"
 
 #include <algorithm>
+#include <set>
 
 #include <fmt/format.h>
 
@@ -32,12 +33,14 @@ class Moving {
          const std::function<bool(const Station&)>& fits)
       : station_(station), fits_(fits), serial_(drop.serial), band_(band_of(drop.row)) {
     for (std::size_t row = 0; row < all_bands_row; ++row)
-      if (row != drop.row && choices.bands[row].ticked && choices.bands[row].carrier == serial_) kept_.push_back(row);
+      if (row != drop.row && holder(choices.bands[row]) == serial_) kept_.push_back(row);
     // The nearest bands have the best chance to share a capture with the new one.
     std::stable_sort(kept_.begin(), kept_.end(), [&](std::size_t a, std::size_t b) {
       return std::max(a, drop.row) - std::min(a, drop.row) < std::max(b, drop.row) - std::min(b, drop.row);
     });
-    former_ = choices.bands[drop.row].carrier;
+    former_ = holder(choices.bands[drop.row]);
+    for (const launcher::BandChoice& band : choices.bands)
+      if (band.ticked) ticked_.insert(band.band);
   }
 
   std::optional<Pins> find() {
@@ -49,15 +52,25 @@ class Moving {
   }
 
  private:
-  /// The pins of the other receivers: as they are, without those of the one that had the band, without any.
+  /// The receiver that has a ticked band; without a plan the one that it is pinned to.
+  static std::string holder(const launcher::BandChoice& band) {
+    if (!band.ticked) return {};
+    return band.carrier.empty() ? band.assigned : band.carrier;
+  }
+
+  /// The pins of the other receivers: as they are, without those of the one that had the band, without any. Pins of
+  /// bands that are not ticked stand in nobody's way.
   [[nodiscard]] std::vector<Pins> releases() const {
     Pins own_gone = station_.assignments;
-    release(own_gone, [&](const std::string& serial) { return serial == serial_; });
+    release_ticked(own_gone, [&](const std::string& serial) { return serial == serial_; });
     Pins former_gone = own_gone;
-    release(former_gone, [&](const std::string& serial) { return serial == former_; });
+    release_ticked(former_gone, [&](const std::string& serial) { return serial == former_; });
     Pins all_gone = own_gone;
-    release(all_gone, [](const std::string&) { return true; });
+    release_ticked(all_gone, [](const std::string&) { return true; });
     return {own_gone, former_gone, all_gone};
+  }
+  void release_ticked(Pins& pins, const std::function<bool(const std::string& serial)>& whose) const {
+    std::erase_if(pins, [&](const auto& pin) { return ticked_.contains(pin.first) && whose(pin.second); });
   }
 
   std::optional<Pins> with_all(Pins pins) const {
@@ -89,6 +102,7 @@ class Moving {
   const std::string serial_;
   const std::string band_;
   std::string former_;
+  std::set<std::string> ticked_;
   std::vector<std::size_t> kept_;  ///< the other bands that the receiver has
 };
 

@@ -106,7 +106,11 @@ void CoverageView::show(const std::vector<ChartBar>& bars, bool fresh) {
 }
 
 void CoverageView::changed() {
-  kit::set_accessible(area_, "Receiver coverage", chart_description(bars_, drag_));
+  const std::string keys =
+      bars_.empty() ? ""
+                    : " Left and Right choose a bar, Enter takes hold of it, Up and Down aim it, Enter drops it, "
+                      "Escape lets go.";
+  kit::set_accessible(area_, "Receiver coverage", chart_description(bars_, drag_) + keys);
   set_cursor(area_, drag_.holds() && by_pointer_ ? "grabbing" : hovered_ ? "grab" : nullptr);
   gtk_widget_queue_draw(area_);
 }

@@ -110,6 +110,16 @@ Union union_of(const ModeGrid& grid, bool digital) {
   return all;
 }
 
+/// A ticked band has nothing on and others have: only modes of its own keep it a listener.
+bool listens_beside_others(const ModeGrid& grid) {
+  bool any = false, silent = false;
+  for (const BandRow& row : grid.bands) {
+    any = any || row.on.any();
+    silent = silent || (row.ticked && row.on.none());
+  }
+  return any && silent;
+}
+
 /// The JS8 speeds among some mode texts.
 Names js8_among(const std::vector<std::string_view>& modes) {
   Names speeds;
@@ -171,7 +181,7 @@ void write_bands(const ModeGrid& grid, Profile& common) {
 void write_digital(const ModeGrid& grid, Profile& common) {
   const auto speeds = js8_speeds(common);
   const Union all = union_of(grid, true);
-  bool agreed = all.agreed;
+  bool agreed = all.agreed && !listens_beside_others(grid);
   const Names* js8 = nullptr;
   for (std::size_t band = 0; band < band_count; ++band) {
     if (!grid.bands[band].on[js8_column]) continue;
@@ -246,6 +256,8 @@ Profile write_grid(const ModeGrid& grid, const Profile& common) {
   if (!same_columns(grid, now, true)) write_digital(grid, written);
   if (!same_columns(grid, now, false) || grid.fax.empty() != now.fax.empty()) {
     write_known(grid, written);
+    // What cannot be read would make all of it unreadable.
+    if (!known_filters(written)) written.erase("fax-channels");
     now = read_grid(written);
   }
   if (grid.fax != now.fax) write_fax(grid, written);

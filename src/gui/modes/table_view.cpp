@@ -74,7 +74,9 @@ TableView table_view(const Station& station, const BandChoices& choices, bool fr
     view.band_open[band] = view.grid.bands[band].ticked || choices.bands[band].allowed;
     if (fresh) view.band_tips[band] = base::valid_utf8(launcher::band_tooltip(choices.bands[band], choices));
     for (std::size_t column = 0; column < column_count; ++column) {
-      view.open[band].set(column, view.band_open[band] && boxes_of(band)[column] && missing[column].empty());
+      // A band that only lacks a mode is opened by that mode's box.
+      const bool open = view.band_open[band] || choices.bands[band].lacks_mode;
+      view.open[band].set(column, open && boxes_of(band)[column] && missing[column].empty());
       view.cell_tips[band][column] = cell_tip(view, band, column, ticked);
     }
     view.receivers[band] = receiver_entries(station, band);

@@ -67,7 +67,7 @@ void put_groups(Profile& profile, const Profile& common, const std::vector<Group
   if (selected.empty())
     listen_only(profile);
   else
-    profile[common.contains("bands") ? "bands" : "frequencies"] = base::join(selected, ",");
+    profile[bands.empty() ? "frequencies" : "bands"] = base::join(selected, ",");
 }
 
 void put_center(Profile& profile, const std::vector<Group>& groups, Mask mask) {

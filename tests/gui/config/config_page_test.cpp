@@ -132,13 +132,17 @@ TEST_F(ConfigTab, TellsEachEditOnceAndKeepsItsWidgets) {
 TEST_F(ConfigTab, TakesNothingThatItShowsForAnEdit) {
   station_.receivers[0].settings = {
       {"antenna", "B"},     {"agc", "on"},          {"gain-reduction", "30"},     {"lna-state", "255"},
-      {"ppm", "-1.25"},     {"audio-gain", "loud"}, {"sample-rate", "2048000"},   {"rf-notch", "on"},
+      {"ppm", "-1.23456"},  {"audio-gain", "loud"}, {"sample-rate", "2048000"},   {"rf-notch", "on"},
       {"usb-mode", "bulk"}, {"bandwidth", "3k"},    {"center-frequency", "14.1M"}};
   show();
   running_ = {"ONE"};
   show();
   page_->show_applied("ONE", {{"gain-reduction", "31"}, {"antenna", "A"}});
   page_->show_applied("nobody", {{"antenna", "A"}});
+  // What a number box does when the focus leaves it.
+  for (GtkWidget* box :
+       testing_gui::find_all(card("ONE"), [](GtkWidget* widget) { return GTK_IS_SPIN_BUTTON(widget); }))
+    gtk_spin_button_update(GTK_SPIN_BUTTON(box));
   EXPECT_THAT(edits_, IsEmpty());
   EXPECT_EQ(typed("ONE", "sample-rate"), "2.048 MS/s · 1.38 MHz, one band");
   EXPECT_STREQ(gtk_combo_box_get_active_id(GTK_COMBO_BOX(control("ONE", "lna-state"))), "255");
@@ -208,6 +212,10 @@ TEST_F(ConfigTab, MovesARunningCaptureOnlyWhenTheBoxIsLeft) {
   gtk_widget_grab_focus(control("ONE", "ppm"));
   settle();
   EXPECT_THAT(edits_, ElementsAre("live ONE center-frequency 14.1M"));
+  edits_.clear();
+  type("ONE", "center-frequency", "");
+  gtk_widget_activate(entry);
+  EXPECT_THAT(edits_, ElementsAre("live ONE center-frequency ")) << "who sends live edits has to know of it";
 }
 
 TEST_F(ConfigTab, TicksAndRemovesReceivers) {

@@ -22,6 +22,8 @@ Station station_of(const Pins& pins = {}) {
 /// 80 and 20 m on ONE, 40 and 10 m on TWO.
 launcher::BandChoices choices_of() {
   launcher::BandChoices choices;
+  for (std::size_t row = 0; row < choices.bands.size(); ++row)
+    choices.bands[row].band = launcher::band_presets[row].name;
   for (const auto& [row, serial] : {std::pair(row80, "ONE"), {row20, "ONE"}, {row40, "TWO"}, {row10, "TWO"}}) {
     choices.bands[row].ticked = true;
     choices.bands[row].carrier = serial;
@@ -84,6 +86,12 @@ TEST(MoveReceiver, PinsWhatStillFitsAndLeavesTheRestToThePlanner) {
   const auto always = [](const Pins&) { return true; };
   const Case cases[] = {
       {"all bands are kept", {}, row20, always, Pins{{"20", "TWO"}, {"40", "TWO"}, {"10", "TWO"}}, ""},
+      {"a pin of a band that is not ticked stays",
+       {{"6", "TWO"}, {"2", "ONE"}},
+       row20,
+       [](const Pins& pins) { return !pins.contains("80"); },
+       Pins{{"20", "TWO"}, {"40", "TWO"}, {"10", "TWO"}, {"6", "TWO"}, {"2", "ONE"}},
+       ""},
       {"another's pin of the band is replaced",
        {{"20", "ONE"}, {"80", "ONE"}},
        row20,

@@ -133,6 +133,24 @@ TEST(ModeGrid, WritesOnlyWhatAChangeNeeds) {
   EXPECT_EQ(write_grid(grid, plain).at("known-band-modes"), "40:,20:cw");
 }
 
+TEST(ModeGrid, ABandWithNothingOnStaysAListener) {
+  const Profile profile{{"bands", "60,20"}, {"modes", "FT8"}};
+  ModeGrid grid = read_grid(profile);
+  set_band(grid, row_of("60"), true);
+  grid.bands[row_of("60")].on.reset();
+  grid.bands[row_of("20")].on = Columns().set(column_of("JS8"));
+  const Profile written = write_grid(grid, profile);
+  EXPECT_EQ(written.at("band-modes"), "60:,20:JS8") << "JS8 for all would ask for a frequency that 60 m has not";
+  EXPECT_TRUE(read_grid(written) == grid);
+}
+
+TEST(ModeGrid, AnUnreadableFaxChoiceIsNoObstacle) {
+  const Profile profile{{"bands", "20"}, {"modes", "FT8"}, {"known-channels", "true"}, {"fax-channels", "nope"}};
+  ModeGrid grid = read_grid(profile);
+  set_cell(grid, row_of("20"), column_of("CW"), true);
+  EXPECT_TRUE(read_grid(write_grid(grid, profile)).bands[row_of("20")].on[column_of("CW")]);
+}
+
 TEST(ModeGrid, HeaderBoxesTurnOnWhatIsOpenAndOffWhenAllIsOn) {
   OpenBoxes open;
   for (const char* band : {"20", "60"})

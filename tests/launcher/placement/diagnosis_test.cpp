@@ -143,6 +143,13 @@ TEST(Diagnosis, TellsOfEachBandWhyItCannotJoin) {
   EXPECT_EQ(reason(js8, "60"), "60m has no JS8 frequency. Tick FT8 or FT4 to use it.");
   EXPECT_EQ(reason(full, "6"), "6m does not fit: 20m is assigned to RSP2 · ONE. Set 20m to Automatic.");
   EXPECT_EQ(reason(nothing, "20"), "allowed");
+  EXPECT_EQ(reason(station_of({receiver("ONE", "RSP2")}, {}), "20"), "allowed") << "a new station";
+  EXPECT_EQ(reason(station_of({receiver("ONE", "RSP2")}, {{"frequencies", "14.074M"}}), "160"), "allowed")
+      << "the typed frequency goes when a band is ticked";
+  EXPECT_TRUE(band_choices_uncached(js8).bands[2].lacks_mode) << "the boxes of its modes stay open";
+  const auto broken = station_of({receiver("ONE", "RSP2", {{"bandwidth", "6k"}})}, {});
+  EXPECT_EQ(notice_lines(band_choices_uncached(broken), broken, {}).size(), 2u) << "and why no band can be ticked";
+  EXPECT_EQ(choices_fix(band_choices_uncached(broken), broken)->label, "Open SDR Config");
 }
 
 TEST(Diagnosis, AReceiverThatIsSharedIsNotCalledAbsent) {
