@@ -8,6 +8,12 @@
 #include "gui/kit/widgets.h"
 
 namespace modes_gui {
+namespace {
+
+constexpr const char* left_out_note =
+    "\nWhile the bands differ in their known-frequency modes, stations outside the amateur bands are not decoded.";
+
+}  // namespace
 
 FaxView::FaxView(std::function<void(const FaxIds&)> changed)
     : changed_(std::move(changed)), card_(kit::card("WEATHER FAX")), summary_(kit::line_label("", {"muted"})) {
@@ -25,7 +31,7 @@ FaxView::FaxView(std::function<void(const FaxIds&)> changed)
     add_station(grid, row++, station);
   kit::add(card_, summary_);
   kit::add(card_, grid);
-  show({});
+  show({}, false);
 }
 
 void FaxView::add_station(GtkWidget* grid, int row, const FaxStation& station) {
@@ -65,10 +71,11 @@ void FaxView::pressed(const Box& box) {
   changed_(ticked);
 }
 
-void FaxView::show(const FaxIds& ticked) {
+void FaxView::show(const FaxIds& ticked, bool by_band) {
   own_change_ = true;
   ticked_ = ticked;
-  kit::set_text(summary_, fax_summary(ticked));
+  const bool left_out = by_band && !ticked.empty();
+  kit::set_text(summary_, fax_summary(ticked) + (left_out ? left_out_note : ""));
   for (const Box& box : boxes_) {
     const bool on = std::find(ticked.begin(), ticked.end(), box.id) != ticked.end();
     const HeaderState state = box.id.empty() ? fax_state(ticked, box.station) : on ? HeaderState::on : HeaderState::off;

@@ -19,7 +19,8 @@ class FaxView {
 
   [[nodiscard]] GtkWidget* widget() const { return card_; }
   /// Sets states; widgets are made once. Never a change of the operator's.
-  void show(const FaxIds& ticked);
+  /// `by_band`: the known-frequency modes differ from band to band, and only frequencies inside a band are decoded.
+  void show(const FaxIds& ticked, bool by_band);
 
  private:
   struct Box {

@@ -102,7 +102,7 @@ void ModesTab::render() {
   if (view.grid == grid_) view.grid.came_by_box = grid_.came_by_box;
   grid_ = view.grid;
   table_->show(view);
-  fax_->show(view.grid.fax);
+  fax_->show(view.grid.fax, station_.common.contains("known-band-modes"));
   notice_shown_ = notice_of(station_, choices_, fresh, receivers_);
   kit::set_text(notice_, notice_shown_.text);
   kit::set_class(notice_, "error", notice_shown_.error);
