@@ -182,6 +182,11 @@ void ApplyModel::apply() {
   std::optional<launcher::PlanChange> change;
   try {
     if (receiving) change = launcher::plan_change(launcher_.session().station(), launcher_.launches());
+    const auto& launches = launcher_.launches();
+    // An engine that waits to start again cannot be retuned.
+    if (change && !std::all_of(launches.begin(), launches.end(),
+                               [this](const auto& launch) { return launcher_.is_running(launch.name); }))
+      change = launcher::without_retune(std::move(*change));
   } catch (const std::exception&) {
   }
   launcher_.status.clear();
@@ -211,7 +216,8 @@ void ApplyModel::check_restarts(const launcher::PlanChange& change) {
     ++allowed_starts_[name];
     for (const auto& [key, edit] : waiting_)
       if (key.first == name) ever_[key].insert(edit.value);
-    if (!restart_causes_.contains(name) && !restart_causes_.contains("*")) wrong(name + " restarts for nothing");
+    if (!receiver.retune && !restart_causes_.contains(name) && !restart_causes_.contains("*"))
+      wrong(name + " restarts for nothing");
   }
 }
 
