@@ -23,6 +23,8 @@ struct Narrow {
   std::string key;
 };
 
+using Indices = std::vector<std::size_t>;  ///< of groups in a table
+
 class Diagnosis {
  public:
   Diagnosis(const Planner& planner, const GroupTable& table, const Pins& pins, int index, const Carried& carried)
@@ -72,7 +74,8 @@ class Diagnosis {
   [[nodiscard]] Reason reach_reason(Slot& slot, std::size_t index) const;
   [[nodiscard]] PlanError pinned(std::size_t index, Slot& slot) const;
   [[nodiscard]] std::vector<Group> fewest_consumers() const;
-  [[nodiscard]] bool solves_without(const std::vector<std::size_t>& left_out) const;
+  [[nodiscard]] std::optional<Indices> set_to_leave_out(const Indices& consumers, std::size_t size, int& trials) const;
+  [[nodiscard]] bool solves_without(const Indices& left_out) const;
 
   const Planner& planner_;
   const GroupTable& table_;
@@ -238,37 +241,48 @@ std::optional<PlanError> Diagnosis::assignment() {
                            base::join(list, ", ")));
 }
 
-bool Diagnosis::solves_without(const std::vector<std::size_t>& left_out) const {
+bool Diagnosis::solves_without(const Indices& left_out) const {
   std::vector<Group> rest;
   for (std::size_t index = 0; index < table_.size(); ++index)
     if (std::find(left_out.begin(), left_out.end(), index) == left_out.end()) rest.push_back(group(index));
   return solves(slots(), GroupTable(std::move(rest)), pins_);
 }
 
+/// The first set of that many, from the front of the list, without which the rest can be placed.
+std::optional<Indices> Diagnosis::set_to_leave_out(const Indices& consumers, std::size_t size, int& trials) const {
+  std::vector<bool> chosen(consumers.size(), false);
+  std::fill_n(chosen.begin(), size, true);
+  do {
+    if (trials-- <= 0) return std::nullopt;
+    Indices set;
+    for (std::size_t at = 0; at < chosen.size(); ++at)
+      if (chosen[at]) set.push_back(consumers[at]);
+    if (solves_without(set)) return set;
+  } while (std::prev_permutation(chosen.begin(), chosen.end()));
+  return std::nullopt;
+}
+
 std::vector<Group> Diagnosis::fewest_consumers() const {
-  std::vector<std::size_t> consumers;
+  Indices consumers;
   for (std::size_t index = table_.size(); index-- > 0;)
     if (group(index).is_consumer()) consumers.push_back(index);
-  const auto groups_of = [&](const std::vector<std::size_t>& indices) {
-    std::vector<Group> groups;
-    for (const std::size_t index : indices)
-      groups.push_back(group(index));
-    return groups;
-  };
-  for (const std::size_t one : consumers)
-    if (solves_without({one})) return groups_of({one});
-  for (std::size_t first = 0; first < consumers.size(); ++first)
-    for (std::size_t second = first + 1; second < consumers.size(); ++second)
-      if (solves_without({consumers[first], consumers[second]}))
-        return groups_of({consumers[first], consumers[second]});
-  // More than two: every one that can stay does, the lowest first.
-  std::vector<std::size_t> left_out = consumers;
+  // Every one that can stay does, the lowest first: a few may be enough all the same.
+  Indices left_out = consumers;
   for (auto one = consumers.rbegin(); one != consumers.rend(); ++one) {
-    std::vector<std::size_t> fewer = left_out;
+    Indices fewer = left_out;
     std::erase(fewer, *one);
     if (solves_without(fewer)) left_out = std::move(fewer);
   }
-  return groups_of(left_out);
+  int trials = 300;  // an operator waits for the answer
+  for (std::size_t size = 1; size <= left_out.size(); ++size)
+    if (const auto set = set_to_leave_out(consumers, size, trials)) {
+      left_out = *set;
+      break;
+    }
+  std::vector<Group> groups;
+  for (const std::size_t index : left_out)
+    groups.push_back(group(index));
+  return groups;
 }
 
 std::optional<PlanError> Diagnosis::consumers() {

@@ -100,6 +100,18 @@ TEST(Diagnosis, NamesTheNearestReasonForTheWholeSelection) {
        PlanCode::consumers,
        "The ticked bands do not fit: audio receiver v needs its own capture. Retune or remove it in Audio Receivers, "
        "choose External Decoder, or tick another receiver."},
+      {station_of({receiver("ONE", "RSP2")}, {{"mode", "hybrid"},
+                                              {"bands", "20"},
+                                              {"audio.a", "id=a,frequency=7500000"},
+                                              {"audio.b", "id=b,frequency=7510000"},
+                                              {"audio.c", "id=c,frequency=7520000"},
+                                              {"audio.d", "id=d,frequency=20500000"},
+                                              {"audio.e", "id=e,frequency=20510000"},
+                                              {"audio.f", "id=f,frequency=20520000"},
+                                              {"audio.g", "id=g,frequency=20530000"}}),
+       PlanCode::consumers,
+       "The ticked bands do not fit: audio receiver c, audio receiver b and audio receiver a need their own captures. "
+       "Retune or remove them in Audio Receivers, choose External Decoder, or tick another receiver."},
       {station_of({receiver("ONE", "RSP2"), receiver("TWO", "RSP2")}, {{"bands", "40,20,6"}}), PlanCode::capacity, ""},
       {station_of({receiver("ONE", "RSP2")}, {{"bands", "40,20,6"}}), PlanCode::capacity,
        "The ticked bands need more receivers than are ticked.\nRSP2 · ONE: 40m and 20m, " + spans +
